@@ -1,0 +1,107 @@
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "base/AutomationError.h"
+#include "base/Text.h"
+#include "base/Value.h"
+
+namespace quillbox {
+
+// The ordered keyed collection: positions from 1, and for each item at most one key, which ignores case.
+// An index is a position or a key. Look-up by either is a table access; a removal shifts the rest.
+template <class T>
+class KeyedList {
+  public:
+    int Count() const { return static_cast<int>(mEntries.size()); }
+
+    // The item, or nullptr where there is none.
+    const T* Find(const Value& index) const {
+        if (const auto* key = index.If<std::string>()) {
+            const auto found = mByKey.find(foldKey(*key));
+            return found == mByKey.end() ? nullptr : &found->second->item;
+        }
+        if (index.IsMissing() || index.If<Value::Empty>() || index.If<Ref<Object>>()) return nullptr;
+        const auto position = toInteger(index);
+        return position >= 1 && position <= Count() ? &mEntries[position - 1]->item : nullptr;
+    }
+
+    const T& At(const Value& index) const {
+        if (const T* item = Find(index)) return *item;
+        fail(index);
+    }
+
+    bool HasKey(const std::string& key) const { return mByKey.contains(foldKey(key)); }
+
+    // The key is used where it is given and not empty. "Before" wins over "after"; with neither the item
+    // goes to the end. A key that is taken, or a neighbour that is not there, fails and changes nothing.
+    void Add(T item, const Value& key = {}, const Value& before = {}, const Value& after = {}) {
+        auto place = mEntries.end();
+        if (!before.IsMissing()) {
+            place = position(before);
+        } else if (!after.IsMissing()) {
+            place = position(after) + 1;
+        }
+        auto entry = std::make_unique<Entry>(Entry{std::move(item), {}});
+        if (!key.IsBlank()) {
+            const auto text = toText(key);
+            entry->key = foldKey(text);
+            if (!mByKey.emplace(entry->key, entry.get()).second) {
+                throw AutomationError("The key '" + text + "' is already in this collection");
+            }
+        }
+        mEntries.insert(place, std::move(entry));
+    }
+
+    // Gives the item that was taken out; fails where there is none.
+    T Remove(const Value& index) {
+        const auto place = position(index);
+        T item = std::move((*place)->item);
+        mByKey.erase((*place)->key);
+        mEntries.erase(place);
+        return item;
+    }
+
+    void Clear() {
+        mByKey.clear();
+        mEntries.clear();
+    }
+
+    // A copy in list order, so that a walk holds while others change the list.
+    std::vector<T> Items() const {
+        std::vector<T> items;
+        items.reserve(mEntries.size());
+        for (const auto& entry : mEntries) items.push_back(entry->item);
+        return items;
+    }
+
+  private:
+    struct Entry {
+        T item;
+        std::string key;
+    };
+    using Entries = std::vector<std::unique_ptr<Entry>>;
+
+    [[noreturn]] static void fail(const Value& index) {
+        if (index.IsMissing() || index.If<Ref<Object>>()) throw AutomationError("An index is a position or a key");
+        throw AutomationError("There is no item '" + toText(index) + "' in this collection");
+    }
+
+    typename Entries::iterator position(const Value& index) {
+        const T* item = Find(index);
+        if (!item) fail(index);
+        if (index.If<std::string>()) {
+            return std::find_if(mEntries.begin(), mEntries.end(), [&](const auto& e) { return &e->item == item; });
+        }
+        return mEntries.begin() + (toInteger(index) - 1);
+    }
+
+    Entries mEntries;
+    std::unordered_map<std::string, Entry*> mByKey;
+};
+
+}  // namespace quillbox

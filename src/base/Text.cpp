@@ -1,0 +1,183 @@
+#include "base/Text.h"
+
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
+#include <unicode/normalizer2.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+
+#include "base/AutomationError.h"
+
+namespace quillbox {
+
+namespace {
+
+bool isAscii(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
+char asciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+char asciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+
+std::string mapped(std::string_view text, char (*map)(char)) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), map);
+    return result;
+}
+
+icu::StringPiece piece(std::string_view text) { return {text.data(), static_cast<std::int32_t>(text.size())}; }
+
+std::string fold(std::string_view text) {
+    std::string folded;
+    icu::StringByteSink<std::string> sink(&folded);
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CaseMap::utf8Fold(0, piece(text), sink, nullptr, status);
+    return folded;
+}
+
+}  // namespace
+
+bool sameText(std::string_view a, std::string_view b) {
+    if (isAscii(a) && isAscii(b)) {
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                          [](char x, char y) { return asciiLower(x) == asciiLower(y); });
+    }
+    return foldKey(a) == foldKey(b);
+}
+
+bool startsWithText(std::string_view text, std::string_view beginning) {
+    return text.size() >= beginning.size() && sameText(text.substr(0, beginning.size()), beginning);
+}
+
+bool endsWithText(std::string_view text, std::string_view ending) {
+    return text.size() >= ending.size() && sameText(text.substr(text.size() - ending.size()), ending);
+}
+
+std::string foldKey(std::string_view text) {
+    if (isAscii(text)) return mapped(text, asciiLower);
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* nfc = icu::Normalizer2::getNFCInstance(status);
+    std::string normal;
+    icu::StringByteSink<std::string> sink(&normal);
+    nfc->normalizeUTF8(0, piece(fold(text)), sink, nullptr, status);
+    return normal;
+}
+
+std::string lower(std::string_view text) {
+    if (isAscii(text)) return mapped(text, asciiLower);
+    std::string result;
+    icu::StringByteSink<std::string> sink(&result);
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToLower("", 0, piece(text), sink, nullptr, status);
+    return result;
+}
+
+std::string upper(std::string_view text) {
+    if (isAscii(text)) return mapped(text, asciiUpper);
+    std::string result;
+    icu::StringByteSink<std::string> sink(&result);
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToUpper("", 0, piece(text), sink, nullptr, status);
+    return result;
+}
+
+std::string firstCharacter(std::string_view text) {
+    if (text.empty()) return {};
+    std::int32_t end = 0;
+    U8_FWD_1(text.data(), end, static_cast<std::int32_t>(text.size()));
+    return std::string(text.substr(0, static_cast<std::size_t>(end)));
+}
+
+std::string_view trimBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::vector<std::string> split(std::string_view text, std::string_view delimiter) {
+    std::vector<std::string> pieces;
+    if (text.empty()) return pieces;
+    for (std::size_t start = 0;;) {
+        const auto found = text.find(delimiter, start);
+        pieces.emplace_back(text.substr(start, found - start));
+        if (found == std::string_view::npos) return pieces;
+        start = found + delimiter.size();
+    }
+}
+
+std::string join(const std::vector<std::string>& pieces, std::string_view delimiter) {
+    std::string text;
+    for (const auto& one : pieces) {
+        if (&one != &pieces.front()) text += delimiter;
+        text += one;
+    }
+    return text;
+}
+
+std::string replaceAll(std::string_view text, std::string_view what, std::string_view with) {
+    std::string result;
+    for (;;) {
+        const auto found = text.find(what);
+        result += text.substr(0, found);
+        if (found == std::string_view::npos || what.empty()) return result;
+        result += with;
+        text.remove_prefix(found + what.size());
+    }
+}
+
+std::string replaceAllText(std::string_view text, std::string_view what, std::string_view with) {
+    if (what.empty()) return std::string(text);
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        if (startsWithText(text.substr(at), what)) {
+            result += with;
+            at += what.size();
+        } else {
+            result += text[at++];
+        }
+    }
+    return result;
+}
+
+bool isValidUtf8(std::string_view text) {
+    std::int64_t at = 0;
+    const auto size = static_cast<std::int64_t>(text.size());
+    while (at < size) {
+        if (static_cast<unsigned char>(text[static_cast<std::size_t>(at)]) < 0x80) {
+            ++at;
+            continue;
+        }
+        UChar32 character = 0;
+        U8_NEXT(text.data(), at, size, character);
+        if (character < 0) return false;
+    }
+    return true;
+}
+
+std::string booleanText(bool value) { return value ? "True" : "False"; }
+
+double leadingNumber(std::string_view text) {
+    text = trimBlanks(text);
+    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+    // Words such as "inf" are no numbers here.
+    const auto digit = text.find_first_of("0123456789.");
+    if (digit > 1 || (digit == 1 && text.front() != '-')) return 0;
+    double number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+int integerOf(std::string_view text) {
+    const auto trimmed = trimBlanks(text);
+    int number = 0;
+    const auto end = trimmed.data() + trimmed.size();
+    const auto [stop, error] = std::from_chars(trimmed.data(), end, number);
+    if (error != std::errc() || stop != end) throw AutomationError("'" + std::string(text) + "' is not a number");
+    return number;
+}
+
+}  // namespace quillbox
