@@ -11,17 +11,20 @@ class AutomationError : public std::exception {
   public:
     static constexpr int kNumber = 65535;
 
-    explicit AutomationError(std::string description, int number = kNumber)
-        : mNumber(number), mDescription(std::move(description)) {}
+    // The cause is what a handler of the host raised, where the failure comes from there.
+    explicit AutomationError(std::string description, int number = kNumber,
+                             std::exception_ptr cause = nullptr)
+        : mNumber(number), mDescription(std::move(description)), mCause(std::move(cause)) {}
 
     int Number() const { return mNumber; }
     const std::string& Description() const { return mDescription; }
+    const std::exception_ptr& Cause() const { return mCause; }
     const char* what() const noexcept override { return mDescription.c_str(); }
 
     // The same failure with the file or element in front; only the first place told is kept.
     AutomationError At(const std::string& place) const {
         if (mPlaced) return *this;
-        AutomationError placed(place + ": " + mDescription, mNumber);
+        AutomationError placed(place + ": " + mDescription, mNumber, mCause);
         placed.mPlaced = true;
         return placed;
     }
@@ -29,6 +32,7 @@ class AutomationError : public std::exception {
   private:
     int mNumber;
     std::string mDescription;
+    std::exception_ptr mCause;
     bool mPlaced = false;
 };
 

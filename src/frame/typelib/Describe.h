@@ -14,8 +14,8 @@
 
 namespace quillbox {
 
-// The binder: a class is described by a chain of rows in published order, each naming a C++ member or a typed lambda
-// whose first parameter is the object. Parameter and result types come from the signature.
+// The binder: a class is described by a chain of rows in published order, each naming a C++ member or a typed
+// lambda whose first parameter is the object. Parameter and result types come from the signature.
 //
 //     return Describe<Topics>("Topics", "Ordered list of the topics of a project.")
 //         .creatable()
@@ -68,7 +68,8 @@ template <class... A, class F, std::size_t... I>
 Value invoke(F&& call, Arguments& arguments, std::index_sequence<I...>) {
     std::tuple<std::decay_t<A>...> converted{Convert<std::decay_t<A>>::From(arguments[I])...};
     const auto takeBack = [&] {
-        ((kByRef<A> ? void(arguments[I] = Convert<std::decay_t<A>>::To(std::get<I>(converted))) : void()), ...);
+        ((kByRef<A> ? void(arguments[I] = Convert<std::decay_t<A>>::To(std::get<I>(converted))) : void()),
+         ...);
     };
     using Result = decltype(call(std::get<I>(converted)...));
     if constexpr (std::is_void_v<Result>) {
@@ -147,7 +148,17 @@ class Describe {
     template <class Get, class Set>
     Describe& property(const char* name, Get get, Set set, const Params& params, const char* help) {
         reader(name, MemberKind::Property, get, params, help);
-        return writes(writer(set, params.size()));
+        return writes(writer(set));
+    }
+
+    // The setter takes the parameters, if any, and then the value.
+    template <class Set>
+    Describe& write(const char* name, Set set, const char* help) {
+        return write(name, set, {}, help);
+    }
+    template <class Set>
+    Describe& write(const char* name, Set set, const Params& params, const char* help) {
+        return writerAlone(name, set, params, help, typename Shape<Set>::Parameters{});
     }
 
     template <class Call>
@@ -174,7 +185,8 @@ class Describe {
     Describe& enumerates(Items items) {
         mInfo.items = [items](Object& o) {
             std::vector<Value> values;
-            for (const auto& item : call(items, as(o))) values.push_back(Convert<std::decay_t<decltype(item)>>::To(item));
+            for (const auto& item : call(items, as(o)))
+                values.push_back(Convert<std::decay_t<decltype(item)>>::To(item));
             return values;
         };
         add("NewEnum", MemberKind::PropertyRead, "Variant", {}, "Enumerates the items in list order.");
@@ -183,21 +195,28 @@ class Describe {
     }
 
     template <class... A>
-    Describe& event(const char* name, int id, sigc::signal<void(A...)> T::*signal, const Params& params = {}) {
+    Describe& event(const char* name, int id, sigc::signal<void(A...)> T::*signal,
+                    const Params& params = {}) {
         auto described = detail::parameters<A...>(params, std::index_sequence_for<A...>{});
-        mInfo.events.push_back({name, id, std::move(described), [signal](Object& o, EventSink sink) -> Disconnect {
-            sigc::connection connection = (as(o).*signal).connect([sink](A... arguments) {
-                detail::raise<std::remove_reference_t<A>...>(sink, std::index_sequence_for<A...>{}, arguments...);
-            });
-            return [connection]() mutable { connection.disconnect(); };
-        }});
+        mInfo.events.push_back(
+            {name, id, std::move(described), [signal](Object& o, EventSink sink) -> Disconnect {
+                 sigc::connection connection = (as(o).*signal).connect([sink](A... arguments) {
+                     detail::raise<std::remove_reference_t<A>...>(sink, std::index_sequence_for<A...>{},
+                                                                  arguments...);
+                 });
+                 return [connection]() mutable { connection.disconnect(); };
+             }});
         return *this;
     }
 
     ClassInfo done() { return std::move(mInfo); }
 
   private:
-    static T& as(Object& object) { return dynamic_cast<T&>(object); }
+    static T& as(Object& object) {
+        if (auto* found = dynamic_cast<T*>(&object)) return *found;
+        throw AutomationError("An object of class '" + std::string(object.ClassName()) +
+                              "' has no such member");
+    }
 
     template <class F, class... A>
     static decltype(auto) call(F f, T& object, A&&... arguments) {
@@ -249,7 +268,8 @@ class Describe {
     Describe& readerOf(const char* name, MemberKind kind, F f, const Params& params, const char* help,
                        detail::List<A...>) {
         using Indexes = std::index_sequence_for<A...>;
-        add(name, kind, typeName<typename Shape<F>::Result>(), detail::parameters<A...>(params, Indexes{}), help);
+        add(name, kind, typeName<typename Shape<F>::Result>(), detail::parameters<A...>(params, Indexes{}),
+            help);
         return reads([f](Object& o, Arguments& arguments) {
             const auto bound = [&](auto&... a) -> decltype(auto) { return call(f, as(o), a...); };
             return detail::invoke<A...>(bound, arguments, Indexes{});
@@ -270,8 +290,21 @@ class Describe {
         };
     }
     template <class F>
-    static auto writer(F f, std::size_t) {
+    static auto writer(F f) {
         return writerOf(f, typename Shape<F>::Parameters{});
+    }
+
+    template <class F, class... A>
+    Describe& writerAlone(const char* name, F f, const Params& params, const char* help,
+                          detail::List<A...> all) {
+        // The value's description is dropped again: it is the type of the member.
+        auto named = params;
+        named.push_back(name);
+        auto described = detail::parameters<A...>(named, std::index_sequence_for<A...>{});
+        auto type = described.back().type;
+        described.pop_back();
+        return add(name, MemberKind::PropertyWrite, std::move(type), std::move(described), help)
+            .writes(writerOf(f, all));
     }
 
     ClassInfo mInfo;
@@ -282,10 +315,13 @@ template <class T, class Adder>
 Describe<T>& collectionMembers(Describe<T>& describe, const char* itemHelp, Adder add) {
     return describe.read("Item", &T::Item, {"Key"}, itemHelp)
         .isDefault()
-        .method("Remove", &T::Remove, {"Key"}, "Removes an item by position or key; fails for an unknown one.")
+        .method("Remove", &T::Remove, {"Key"},
+                "Removes an item by position or key; fails for an unknown one.")
         .method("Add", add, {"Item", optional("Key"), optional("Before"), optional("After")},
-                "Adds an item, at the end unless Before or After (a position or key) is given. A key that is taken fails.")
-        .read("Count", [](T& list) { return list.Count(); }, "Number of items.")
+                "Adds an item, at the end unless Before or After (a position or key) is given. A key that is "
+                "taken fails.")
+        .read(
+            "Count", [](T& list) { return list.Count(); }, "Number of items.")
         .enumerates([](T& list) { return list.Items(); });
 }
 

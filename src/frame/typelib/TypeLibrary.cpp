@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
-#include "base/AutomationError.h"
 #include "base/Text.h"
+#include "frame/typelib/LateBound.h"
 
 namespace quillbox {
 
 namespace {
-
-template <class Infos>
-auto byName(const Infos& infos, std::string_view name) {
-    const auto found = std::find_if(infos.begin(), infos.end(), [&](const auto& info) { return sameText(info.name, name); });
-    return found == infos.end() ? nullptr : &*found;
-}
 
 const MemberInfo& memberOf(const Object& object, std::string_view name) {
     const auto& info = TypeLibrary::Get().ClassOf(object);
@@ -22,20 +16,30 @@ const MemberInfo& memberOf(const Object& object, std::string_view name) {
 }
 
 void prepare(const MemberInfo& member, Arguments& arguments) {
-    if (arguments.size() > member.params.size()) throw AutomationError("Too many arguments for '" + member.name + "'");
+    if (arguments.size() > member.params.size())
+        throw AutomationError("Too many arguments for '" + member.name + "'");
     arguments.resize(member.params.size());
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const auto& param = member.params[i];
         if (!arguments[i].IsMissing()) continue;
-        if (!param.optional) throw AutomationError("Argument '" + param.name + "' of '" + member.name + "' is missing");
+        if (!param.optional)
+            throw AutomationError("Argument '" + param.name + "' of '" + member.name + "' is missing");
         arguments[i] = param.defaultValue;
     }
 }
 
 }  // namespace
 
-const MemberInfo* ClassInfo::FindMember(std::string_view memberName) const { return byName(members, memberName); }
-const EventInfo* ClassInfo::FindEvent(std::string_view eventName) const { return byName(events, eventName); }
+const MemberInfo* ClassInfo::FindMember(std::string_view memberName) const {
+    const auto found = mMemberPlaces.find(foldKey(memberName));
+    return found == mMemberPlaces.end() ? nullptr : &members[found->second];
+}
+
+const EventInfo* ClassInfo::FindEvent(std::string_view eventName) const {
+    const auto same = [&](const EventInfo& event) { return sameText(event.name, eventName); };
+    const auto found = std::find_if(events.begin(), events.end(), same);
+    return found == events.end() ? nullptr : &*found;
+}
 
 const TypeLibrary& TypeLibrary::Get() {
     static const TypeLibrary library = [] {
@@ -46,7 +50,18 @@ const TypeLibrary& TypeLibrary::Get() {
     return library;
 }
 
-const ClassInfo* TypeLibrary::FindClass(std::string_view name) const { return byName(mClasses, name); }
+void TypeLibrary::Add(ClassInfo info) {
+    for (std::size_t i = 0; i < info.members.size(); ++i) {
+        info.mMemberPlaces.emplace(foldKey(info.members[i].name), i);
+    }
+    mClassPlaces.emplace(foldKey(info.name), mClasses.size());
+    mClasses.push_back(std::move(info));
+}
+
+const ClassInfo* TypeLibrary::FindClass(std::string_view name) const {
+    const auto found = mClassPlaces.find(foldKey(name));
+    return found == mClassPlaces.end() ? nullptr : &mClasses[found->second];
+}
 
 const ClassInfo& TypeLibrary::ClassOf(const Object& object) const {
     if (const auto* info = FindClass(object.ClassName())) return *info;
@@ -57,7 +72,8 @@ Ref<Object> TypeLibrary::CreateObject(std::string_view name) const {
     const std::string prefix = std::string(kName) + ".";
     const auto plain = startsWithText(name, prefix) ? name.substr(prefix.size()) : name;
     const auto* info = FindClass(plain);
-    if (!info || !info->creatable) throw AutomationError("Objects of class '" + std::string(name) + "' cannot be created");
+    if (!info || !info->creatable)
+        throw AutomationError("Objects of class '" + std::string(name) + "' cannot be created");
     return info->create();
 }
 
@@ -66,25 +82,28 @@ Value readMember(Object& object, const MemberInfo& member, Arguments& arguments)
     prepare(member, arguments);
     const auto keep = object.weak_from_this().lock();
     const auto held = arguments;  // a handler may drop what was passed
-    return member.read(object, arguments);
+    return asAutomation([&] { return member.read(object, arguments); });
 }
 
 void writeMember(Object& object, const MemberInfo& member, Arguments& arguments, const Value& value) {
     if (!member.write) throw AutomationError("'" + member.name + "' is read-only");
     prepare(member, arguments);
     const auto keep = object.weak_from_this().lock();
-    member.write(object, arguments, value);
+    asAutomation([&] { member.write(object, arguments, value); });
 }
 
 Value getMember(Object& object, std::string_view name, Arguments arguments) {
+    if (auto* late = dynamic_cast<LateBound*>(&object)) return late->Get(std::string(name), arguments);
     return readMember(object, memberOf(object, name), arguments);
 }
 
 void putMember(Object& object, std::string_view name, const Value& value, Arguments arguments) {
+    if (auto* late = dynamic_cast<LateBound*>(&object)) return late->Put(std::string(name), arguments, value);
     writeMember(object, memberOf(object, name), arguments, value);
 }
 
 Value callMember(Object& object, std::string_view name, Arguments& arguments) {
+    if (auto* late = dynamic_cast<LateBound*>(&object)) return late->Call(std::string(name), arguments);
     return readMember(object, memberOf(object, name), arguments);
 }
 

@@ -4,14 +4,16 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
+#include "base/AutomationError.h"
 #include "base/Value.h"
 
 namespace quillbox {
 
-// The description of the published classes, from which dispatch, the C entry points, the Python module, the type
-// stubs and the reference pages are derived.
+// The description of the published classes, from which dispatch, the C entry points, the Python module, the
+// type stubs and the reference pages are derived.
 
 using Arguments = std::vector<Value>;
 
@@ -64,13 +66,19 @@ struct ClassInfo {
     // Items of a collection in list order; not set for other classes.
     std::function<std::vector<Value>(Object&)> items;
 
+    // Names ignore case.
     const MemberInfo* FindMember(std::string_view memberName) const;
     const EventInfo* FindEvent(std::string_view eventName) const;
+
+  private:
+    friend class TypeLibrary;
+    std::unordered_map<std::string, std::size_t> mMemberPlaces;  // made when the library takes the class in
 };
 
 struct EnumerationInfo {
     std::string name;
     std::vector<std::pair<std::string, int>> values;
+    bool published = true;
 };
 
 class TypeLibrary {
@@ -87,16 +95,29 @@ class TypeLibrary {
     // By "Topic" or "Quillbox.Topic"; fails for a class that callers cannot create.
     Ref<Object> CreateObject(std::string_view name) const;
 
-    void Add(ClassInfo info) { mClasses.push_back(std::move(info)); }
+    void Add(ClassInfo info);
     void Add(EnumerationInfo info) { mEnumerations.push_back(std::move(info)); }
 
   private:
     std::vector<ClassInfo> mClasses;
+    std::unordered_map<std::string, std::size_t> mClassPlaces;
     std::vector<EnumerationInfo> mEnumerations;
 };
 
 // Supplied beside the published classes: fills the library in published order.
 void describeLibrary(TypeLibrary& library);
+
+// Runs a step of the surface: a failure of another kind than AutomationError leaves it as one.
+template <class Step>
+decltype(auto) asAutomation(Step&& step) {
+    try {
+        return step();
+    } catch (const AutomationError&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw AutomationError(error.what());
+    }
+}
 
 // Late-bound access, as a script has it. Each fails for a member that is not there.
 Value getMember(Object& object, std::string_view name, Arguments arguments = {});
