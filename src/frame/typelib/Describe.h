@@ -14,8 +14,9 @@
 
 namespace quillbox {
 
-// The binder: a class is described by a chain of rows in published order, each naming a C++ member or a typed
-// lambda whose first parameter is the object. Parameter and result types come from the signature.
+// The binder: a class is described by a chain of rows in published order, each naming a C++ member, or a
+// typed lambda or function whose first parameter is the object. Parameter and result types come from the
+// signature.
 //
 //     return Describe<Topics>("Topics", "Ordered list of the topics of a project.")
 //         .creatable()
@@ -49,6 +50,11 @@ struct Signature<R (T::*)(A...)> {
 };
 template <class R, class T, class... A>
 struct Signature<R (T::*)(A...) const> : Signature<R (T::*)(A...)> {};
+template <class R, class... A>
+struct Signature<R (*)(A...)> {
+    using Result = std::decay_t<R>;
+    using Parameters = List<A...>;
+};
 
 template <class A>
 inline constexpr bool kByRef = std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
