@@ -1,0 +1,154 @@
+#include "platform/engine/Tags.h"
+
+#include <algorithm>
+
+#include "base/AutomationError.h"
+#include "base/Text.h"
+
+namespace quillbox {
+
+namespace {
+
+constexpr std::string_view kDelimiter = "%%";
+constexpr int kDeepest = 100;
+constexpr long kMostTags = 10'000'000;
+constexpr std::size_t kLongest = std::size_t{1} << 30;
+
+std::size_t findOutsideQuotes(std::string_view text, std::size_t from) {
+    bool quoted = false;
+    for (auto at = from;; ++at) {
+        at = text.find_first_of("\"%", at);
+        if (at == std::string_view::npos) return at;
+        if (text[at] == '"') {
+            quoted = !quoted;
+        } else if (!quoted && text.substr(at, kDelimiter.size()) == kDelimiter) {
+            return at;
+        }
+    }
+}
+
+std::size_t findDelimiter(std::string_view text, std::size_t from, bool inQuotes) {
+    return inQuotes ? text.find(kDelimiter, from) : findOutsideQuotes(text, from);
+}
+
+std::string_view withoutQuotes(std::string_view value) {
+    if (value.starts_with('"')) value.remove_prefix(1);
+    if (value.ends_with('"')) value.remove_suffix(1);
+    return value;
+}
+
+void addAttribute(Element& element, std::string_view piece) {
+    const auto sign = piece.find('=');
+    if (sign == std::string_view::npos) return;
+    const auto rest = piece.substr(sign + 1);
+    const auto value = withoutQuotes(rest.substr(0, rest.find('=')));
+    element.Attributes->Add(Value(value), Value(piece.substr(0, sign)));
+}
+
+Ref<Element> parseTag(std::string_view tag) {
+    auto element = make<Element>();
+    const auto colon = tag.find(':');
+    element->Attributes->Add(Value(tag.substr(0, colon)), "type");
+    if (colon == std::string_view::npos) return element;
+    for (const auto& piece : split(tag.substr(colon + 1), ",")) addAttribute(*element, piece);
+    return element;
+}
+
+class Splitter {
+  public:
+    Splitter(std::string_view text, bool replaceInQuotes) : mText(text), mInQuotes(replaceInQuotes) {}
+
+    TagPieces Run() {
+        std::size_t start = 0;
+        for (;;) {
+            const auto open = findDelimiter(mText, start, mInQuotes);
+            if (open == std::string_view::npos) break;
+            const auto inside = open + kDelimiter.size();
+            const auto close = findDelimiter(mText, inside, mInQuotes);
+            if (close == std::string_view::npos) break;
+            const auto end = close + kDelimiter.size();
+            addText(mText.substr(start, open - start));
+            addTag(mText.substr(inside, close - inside), mText.substr(open, end - open));
+            start = end;
+        }
+        addText(mText.substr(start));
+        return std::move(mPieces);
+    }
+
+  private:
+    void addText(std::string_view text) {
+        if (text.empty()) return;
+        mPieces.push_back({std::string(text), nullptr, mLine});
+        count(text);
+    }
+
+    void addTag(std::string_view tag, std::string_view written) {
+        Ref<Element> element;
+        try {
+            element = parseTag(tag);
+        } catch (const AutomationError& error) {
+            throw AutomationError("Line " + std::to_string(mLine) + ": the tag " + std::string(written) +
+                                  " cannot be read: " + error.Description());
+        }
+        if (sameText(tag.substr(0, tag.find(':')), "ReplaceInQuotes")) {
+            if (const auto* value = element->Attributes->Find("Value"))
+                mInQuotes = sameText(toText(*value), "True");
+        } else {
+            mPieces.push_back({std::string(written), element, mLine});
+        }
+        count(written);
+    }
+
+    void count(std::string_view text) {
+        mLine += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+    }
+
+    std::string_view mText;
+    bool mInQuotes;
+    int mLine = 1;
+    TagPieces mPieces;
+};
+
+// What is being expanded on this thread, from the outermost text to the innermost.
+struct Expansion {
+    int depth = 0;
+    long tags = 0;
+};
+thread_local Expansion running;
+
+class Level {
+  public:
+    Level() {
+        if (running.depth == kDeepest) {
+            throw AutomationError(
+                "Tags expand into tags more than 100 levels deep: a variable or scrap contains itself");
+        }
+        if (running.depth++ == 0) running.tags = 0;
+    }
+    ~Level() { --running.depth; }
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
+};
+
+}  // namespace
+
+TagPieces splitTags(std::string_view text, bool replaceInQuotes) {
+    return Splitter(text, replaceInQuotes).Run();
+}
+
+void expandTags(const TagPieces& pieces, const std::function<std::string(const TagPiece&)>& valueOf,
+                std::string& out) {
+    const Level level;
+    for (const auto& piece : pieces) {
+        if (!piece.element) {
+            out += piece.text;
+            continue;
+        }
+        if (++running.tags > kMostTags) throw AutomationError("The expansion of a text never ends");
+        const auto value = valueOf(piece);
+        out += value.starts_with("!UNCRECOGNISED") ? piece.text : value;
+        if (out.size() > kLongest) throw AutomationError("An expanded text is longer than 1 GiB");
+    }
+}
+
+}  // namespace quillbox

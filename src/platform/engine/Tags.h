@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/engine/Providers.h"
+
+namespace quillbox {
+
+// A stretch of template text: plain text, or one tag.
+struct TagPiece {
+    // Plain text; of a tag, the tag as written with both its "%%".
+    std::string text;
+    // None for plain text.
+    Ref<Element> element;
+    // Where the piece begins in the text that was split.
+    int line = 1;
+};
+using TagPieces = std::vector<TagPiece>;
+
+// Splits template text at its tags. With `replaceInQuotes` False, tags inside double quotes are plain text
+// until a ReplaceInQuotes tag says otherwise; such tags are obeyed here and leave nothing behind. Fails for a
+// tag that names an attribute twice.
+TagPieces splitTags(std::string_view text, bool replaceInQuotes = false);
+
+// Appends the text with the value of each tag in its place; a value that begins "!UNCRECOGNISED" leaves the
+// tag as written. Fails when expansions nest deeper than 100 levels or never seem to end.
+void expandTags(const TagPieces& pieces, const std::function<std::string(const TagPiece&)>& valueOf,
+                std::string& out);
+
+}  // namespace quillbox
