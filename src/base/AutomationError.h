@@ -21,19 +21,24 @@ class AutomationError : public std::exception {
     const std::exception_ptr& Cause() const { return mCause; }
     const char* what() const noexcept override { return mDescription.c_str(); }
 
-    // The same failure with the file or element in front; only the first place told is kept.
-    AutomationError At(const std::string& place) const {
-        if (mPlaced) return *this;
-        AutomationError placed(place + ": " + mDescription, mNumber, mCause);
-        placed.mPlaced = true;
+    // The same failure with the file in front. Only the first file told is kept: a failure in a topic's file is not
+    // told as one of the project file too.
+    AutomationError At(const std::string& file) const {
+        if (mHasFile) return *this;
+        AutomationError placed(file + ": " + mDescription, mNumber, mCause);
+        placed.mHasFile = true;
         return placed;
+    }
+    // The same failure with a place inside the file in front.
+    AutomationError Inside(const std::string& place) const {
+        return mHasFile ? *this : AutomationError(place + ": " + mDescription, mNumber, mCause);
     }
 
   private:
     int mNumber;
     std::string mDescription;
     std::exception_ptr mCause;
-    bool mPlaced = false;
+    bool mHasFile = false;
 };
 
 // Runs a step whose failures are meant to be passed over. Every swallowed failure goes through here.
@@ -47,13 +52,23 @@ bool ignoringFailures(Step&& step) {
     }
 }
 
-// Runs a step and names the file or element in the failure that comes out of it.
+// Runs a step and names the file in the failure that comes out of it.
 template <class Step>
-auto at(const std::string& place, Step&& step) {
+auto at(const std::string& file, Step&& step) {
     try {
         return step();
     } catch (const AutomationError& error) {
-        throw error.At(place);
+        throw error.At(file);
+    }
+}
+
+// Runs a step and names the element or item in the failure that comes out of it. `place` gives the name.
+template <class Place, class Step>
+auto inside(Place&& place, Step&& step) {
+    try {
+        return step();
+    } catch (const AutomationError& error) {
+        throw error.Inside(place());
     }
 }
 

@@ -40,6 +40,7 @@ class KeyedList {
     // The key is used where it is given and not empty. "Before" wins over "after"; with neither the item
     // goes to the end. A key that is taken, or a neighbour that is not there, fails and changes nothing.
     void Add(T item, const Value& key = {}, const Value& before = {}, const Value& after = {}) {
+        if (isNone(item)) throw AutomationError("A collection holds no item that is none");
         auto place = mEntries.end();
         if (!before.IsMissing()) {
             place = position(before);
@@ -84,6 +85,14 @@ class KeyedList {
         T item;
         std::string key;
     };
+    template <class U>
+    static bool isNone(const U&) {
+        return false;
+    }
+    template <class U>
+    static bool isNone(const Ref<U>& item) {
+        return !item;
+    }
     using Entries = std::vector<std::unique_ptr<Entry>>;
 
     [[noreturn]] static void fail(const Value& index) {

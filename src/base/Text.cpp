@@ -2,6 +2,7 @@
 
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
+#include <unicode/coll.h>
 #include <unicode/normalizer2.h>
 #include <unicode/utf8.h>
 
@@ -9,6 +10,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 
 #include "base/AutomationError.h"
 
@@ -156,6 +158,36 @@ bool isValidUtf8(std::string_view text) {
         if (character < 0) return false;
     }
     return true;
+}
+
+bool isXmlText(std::string_view text) {
+    std::int64_t at = 0;
+    const auto size = static_cast<std::int64_t>(text.size());
+    while (at < size) {
+        const auto byte = static_cast<unsigned char>(text[static_cast<std::size_t>(at)]);
+        if (byte < 0x80) {
+            if (byte < 0x20 && byte != '\t' && byte != '\r' && byte != '\n') return false;
+            ++at;
+            continue;
+        }
+        UChar32 character = 0;
+        U8_NEXT(text.data(), at, size, character);
+        if (character < 0 || character == 0xFFFE || character == 0xFFFF) return false;
+    }
+    return true;
+}
+
+std::string sortKey(std::string_view text) {
+    static const std::unique_ptr<icu::Collator> collator = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        return std::unique_ptr<icu::Collator>(icu::Collator::createInstance(icu::Locale::getRoot(), status));
+    }();
+    const auto wide = icu::UnicodeString::fromUTF8(piece(text));
+    std::string key;
+    if (!collator) return foldKey(text);
+    key.resize(static_cast<std::size_t>(collator->getSortKey(wide, nullptr, 0)));
+    collator->getSortKey(wide, reinterpret_cast<std::uint8_t*>(key.data()), static_cast<std::int32_t>(key.size()));
+    return key;
 }
 
 std::string booleanText(bool value) { return value ? "True" : "False"; }

@@ -35,6 +35,12 @@ bool isValidUtf8(std::string_view text);
 // "True" and "False", as files hold them.
 std::string booleanText(bool value);
 
+// Whether XML can hold the text: valid UTF-8 without control characters other than tab, CR and LF.
+bool isXmlText(std::string_view text);
+
+// The place of a text in alphabetical order: compares by bytes as the texts stand in a list for readers.
+std::string sortKey(std::string_view text);
+
 // The number at the beginning of the text, 0 where there is none: the way older files are read.
 double leadingNumber(std::string_view text);
 

@@ -5,6 +5,7 @@
 
 #include "base/Object.h"
 #include "base/Date.h"
+#include "base/NameTable.h"
 
 namespace quillbox {
 
@@ -63,6 +64,7 @@ class FileSystemObject : public Object {
     virtual std::string ReadLine() = 0;
     virtual bool EndOfFile() = 0;
     virtual void Write(const std::string& text) = 0;
+    // An object that goes without `Close` gives up what was written with lock 1.
     virtual void Close() = 0;
 
     virtual void Delete() = 0;
@@ -72,28 +74,22 @@ class FileSystemObject : public Object {
     virtual void SetRelativeTo(const Ref<FileSystemObject>& base) = 0;
     // The path below the directory of `RelativeTo`; the full path where it does not lie there.
     virtual std::string RelativePath() const = 0;
-};
 
-// Closes a file when a read or a write ends, also when it ends early.
-class FileCloser {
-  public:
-    explicit FileCloser(FileSystemObject& file) : mFile(file) {}
-    ~FileCloser() {
-        try {
-            if (!mClosed) mFile.Close();
-        } catch (const std::exception&) {  // the failure that ended the work is the one to tell
-        }
+    // Who keeps a table of paths watches the objects in it: this counts the changes of their paths.
+    static NameState& WatchedPaths() {
+        static NameState state;
+        return state;
     }
-    FileCloser(const FileCloser&) = delete;
-    FileCloser& operator=(const FileCloser&) = delete;
-    void Close() {
-        mClosed = true;
-        mFile.Close();
+    void Watch() { mWatched = true; }
+
+  protected:
+    // To be called by every member that changes the path.
+    void pathChanged() {
+        if (mWatched) WatchedPaths().Changed();
     }
 
   private:
-    FileSystemObject& mFile;
-    bool mClosed = false;
+    bool mWatched = false;
 };
 
 class FileSystem {

@@ -96,7 +96,7 @@ template <class... A, std::size_t... I>
 void raise(const EventSink& sink, std::index_sequence<I...>, A&... arguments) {
     Arguments values{Convert<EventArgument<A>>::To(arguments)...};
     sink(values);
-    const auto takeBack = [](auto& target, const Value& value) {
+    [[maybe_unused]] const auto takeBack = [](auto& target, const Value& value) {
         using T = std::remove_reference_t<decltype(target)>;
         if constexpr (!std::is_const_v<T>) target = Convert<std::remove_cv_t<T>>::From(value);
     };

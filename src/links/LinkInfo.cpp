@@ -1,0 +1,122 @@
+#include "links/LinkInfo.h"
+
+#include "base/AutomationError.h"
+#include "base/Text.h"
+#include "frame/Platform.h"
+#include "links/LinkHelpers.h"
+#include "project/QbProject.h"
+#include "topics/Topic.h"
+
+namespace quillbox {
+
+namespace {
+
+constexpr std::string_view kPage = ".html";
+
+bool hasAnchor(const Topic& topic, const std::string& bookmark) {
+    return IsAnchorValid(newBodyDocument(topic.TopicSectionData("BodyText")), bookmark);
+}
+
+}  // namespace
+
+void LinkInfo::Load(const Ref<quillbox::Topic>& topic, const Ref<IHTMLElement>& element, bool verify) {
+    if (!element) throw AutomationError("An element is needed here");
+    const auto tag = lower(element->tagName());
+    const auto read = [&](const char* attribute) {
+        LinkText.clear();
+        ignoringFailures([&] { LinkText = element->getAttribute(attribute); });
+    };
+    if (tag == "a") {
+        LinkType = ltHyperlink;
+        read("href");
+        LinkCaption = element->innerHTML();
+    } else if (tag == "img") {
+        LinkType = ltImage;
+        read("src");
+        LinkCaption.clear();
+    }
+    Topic = topic;
+    LinkText = GetLinkText(LinkText);
+    LinkStatus = lsUnverified;
+    if (verify) Verify();
+}
+
+void LinkInfo::SplitURL(const std::string& source, std::string& url, std::string& bookmark,
+                        std::string& queryString) const {
+    const auto splitAt = [&](char sign, std::string& rest) {
+        const auto place = source.find(sign);
+        if (place == std::string::npos) throw AutomationError("Invalid argument: there is no '?' in '" + source + "'");
+        url = trimBlanks(std::string_view(source).substr(0, place));
+        rest = trimBlanks(std::string_view(source).substr(place + 1));
+    };
+    if (source.find('#') != std::string::npos) {
+        splitAt('#', bookmark);
+    } else if (LinkText.find('?') != std::string::npos) {
+        splitAt('?', queryString);
+    } else {
+        url = source;
+    }
+}
+
+void LinkInfo::Verify(bool verifyExternalLinks) {
+    if (!Topic) throw AutomationError("This link has no topic");
+    std::string url, bookmark, queryString;
+    SplitURL(LinkText, url, bookmark, queryString);
+    if (url.empty()) LinkStatus = lsOK;
+    if (url.empty() && !bookmark.empty()) {
+        LinkStatus = hasAnchor(*Topic, bookmark) ? lsOK : lsBroken;
+        return;
+    }
+    if (verifyTopic(url, bookmark) || LinkStatus != lsUnverified) return;
+    verifyScheme(url, verifyExternalLinks);
+}
+
+// True where the link leads to a topic, or to the glossary.
+bool LinkInfo::verifyTopic(const std::string& url, const std::string& bookmark) {
+    if (LinkType != ltHyperlink || !endsWithText(url, kPage) || url.find_first_of("\\/") != std::string::npos) return false;
+    const auto name = url.substr(0, url.size() - kPage.size());
+    if (sameText(name, "glossary")) {
+        LinkStatus = lsOK;
+        return true;
+    }
+    const auto project = Topic->QbProject();
+    if (!project) throw AutomationError("The topic of this link has no project");
+    const auto target = project->TopicByName(name);
+    if (!target) return false;
+    LinkStatus = bookmark.empty() || hasAnchor(*target, bookmark) ? lsOK : lsBroken;
+    return true;
+}
+
+void LinkInfo::verifyScheme(const std::string& url, bool verifyExternalLinks) {
+    const auto project = Topic->QbProject();
+    if (!project) throw AutomationError("The topic of this link has no project");
+    if (const auto colon = url.find(':'); colon != std::string::npos) {
+        const auto scheme = lower(url.substr(0, colon));
+        if (scheme != "http") {
+            LinkStatus = lsOK;  // scripts, mail and all other schemes are not checked
+        } else if (verifyExternalLinks) {
+            LinkStatus = platform().web->Fetch(LinkText).empty() ? lsOK : lsBroken;
+        }
+    } else if (!project->CMPFileName().empty() && url.find('~') != std::string::npos) {
+        LinkStatus = lsOK;  // a page of the related project
+    } else {
+        LinkStatus = newFile(project->Filename->Directory() + url)->Exists() ? lsOK : lsBroken;
+    }
+}
+
+void LinkInfo::ChangeLinkText(const std::string& newURL) {
+    if (!Topic) throw AutomationError("This link has no topic");
+    const auto document = newBodyDocument(Topic->TopicSectionData("BodyText"));
+    const auto scratch = make<LinkInfo>();
+    for (const auto& element : document->all()->tags(LinkType == ltHyperlink ? "A" : "IMG")->Items()) {
+        scratch->Load(Topic, element, false);
+        if (scratch->LinkText != LinkText) continue;
+        ignoringFailures([&] { element->setAttribute("href", newURL); });
+    }
+    LinkText = newURL;
+    LinkStatus = lsOK;
+    Topic->SetTopicSectionData("BodyText", document->body()->innerHTML());
+    Topic->SetDirty(true);
+}
+
+}  // namespace quillbox

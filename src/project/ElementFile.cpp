@@ -1,0 +1,52 @@
+#include "project/ElementFile.h"
+
+#include "base/AutomationError.h"
+#include "frame/Platform.h"
+#include "project/QbProject.h"
+
+namespace quillbox {
+
+void ElementFile::requirePlainName() const {
+    if (mName.find_first_of("/\\") != std::string::npos || mName.find('\0') != std::string::npos) {
+        throw AutomationError("'" + mName + "' is no plain file name");
+    }
+}
+
+Ref<XMLElement> ElementFile::Source(const Ref<XMLElement>& given) const {
+    if (mProject.ProjectType() != ProjectTypeSeparateFiles) return given;
+    return at(mPath, [&] {
+        requirePlainName();
+        const auto file = newFile(mPath);
+        const auto document = platform().xml->NewDocument();
+        file->Open(kReadWhole);
+        if (file->Exists()) document->Parse(file->ReadAll());
+        file->Close();
+        return document->RootElement();
+    });
+}
+
+bool ElementFile::Save(const Ref<XMLElement>& given, bool dirty, const std::function<bool()>& isCheckedOut,
+                       const std::function<void(const Ref<XMLElement>&)>& fill) const {
+    if (mProject.ProjectType() != ProjectTypeSeparateFiles) {
+        fill(given);
+        return true;
+    }
+    at(mPath, [&] { requirePlainName(); });
+    const auto file = newFile(mPath);
+    const bool there = file->Exists();
+    if (there && !dirty) return false;
+    const auto document = platform().xml->NewDocument();
+    document->RootElement()->SetName(mRootName);
+    fill(document->RootElement());
+    if (there && mProject.SSActivated() && !isCheckedOut()) return true;
+    at(mPath, [&] {
+        const auto text = document->ToXml();
+        file->CreateDirectory();
+        file->Open(kWriteElement);
+        file->Write(text);
+        file->Close();
+    });
+    return true;
+}
+
+}  // namespace quillbox
