@@ -21,8 +21,8 @@ class AutomationError : public std::exception {
     const std::exception_ptr& Cause() const { return mCause; }
     const char* what() const noexcept override { return mDescription.c_str(); }
 
-    // The same failure with the file in front. Only the first file told is kept: a failure in a topic's file is not
-    // told as one of the project file too.
+    // The same failure with the file in front. Only the first file told is kept: a failure in a topic's file
+    // is not told as one of the project file too.
     AutomationError At(const std::string& file) const {
         if (mHasFile) return *this;
         AutomationError placed(file + ": " + mDescription, mNumber, mCause);

@@ -96,7 +96,8 @@ class KeyedList {
     using Entries = std::vector<std::unique_ptr<Entry>>;
 
     [[noreturn]] static void fail(const Value& index) {
-        if (index.IsMissing() || index.If<Ref<Object>>()) throw AutomationError("An index is a position or a key");
+        if (index.IsMissing() || index.If<Ref<Object>>())
+            throw AutomationError("An index is a position or a key");
         throw AutomationError("There is no item '" + toText(index) + "' in this collection");
     }
 
@@ -104,7 +105,8 @@ class KeyedList {
         const T* item = Find(index);
         if (!item) fail(index);
         if (index.If<std::string>()) {
-            return std::find_if(mEntries.begin(), mEntries.end(), [&](const auto& e) { return &e->item == item; });
+            return std::find_if(mEntries.begin(), mEntries.end(),
+                                [&](const auto& e) { return &e->item == item; });
         }
         return mEntries.begin() + (toInteger(index) - 1);
     }

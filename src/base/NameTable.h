@@ -9,8 +9,8 @@
 
 namespace quillbox {
 
-// Finds the first item of a list by a name that ignores case, as a walk of the list would. Names change without
-// the list being told, so the table holds for one state of all names and is made anew for the next.
+// Finds the first item of a list by a name that ignores case, as a walk of the list would. Names change
+// without the list being told, so the table holds for one state of all names and is made anew for the next.
 template <class T>
 class NameTable {
   public:

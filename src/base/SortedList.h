@@ -19,7 +19,8 @@ class SortedList {
         std::vector<const Entry*> order;
         order.reserve(mEntries.size());
         for (const auto& entry : mEntries) order.push_back(&entry);
-        std::stable_sort(order.begin(), order.end(), [](const Entry* a, const Entry* b) { return a->first < b->first; });
+        std::stable_sort(order.begin(), order.end(),
+                         [](const Entry* a, const Entry* b) { return a->first < b->first; });
         std::vector<T> items;
         items.reserve(order.size());
         for (const auto* entry : order) items.push_back(entry->second);

@@ -19,7 +19,8 @@ namespace quillbox {
 namespace {
 
 bool isAscii(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    return std::none_of(text.begin(), text.end(),
+                        [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
 char asciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
@@ -31,7 +32,9 @@ std::string mapped(std::string_view text, char (*map)(char)) {
     return result;
 }
 
-icu::StringPiece piece(std::string_view text) { return {text.data(), static_cast<std::int32_t>(text.size())}; }
+icu::StringPiece piece(std::string_view text) {
+    return {text.data(), static_cast<std::int32_t>(text.size())};
+}
 
 std::string fold(std::string_view text) {
     std::string folded;
@@ -145,38 +148,6 @@ std::string replaceAllText(std::string_view text, std::string_view what, std::st
     return result;
 }
 
-bool isValidUtf8(std::string_view text) {
-    std::int64_t at = 0;
-    const auto size = static_cast<std::int64_t>(text.size());
-    while (at < size) {
-        if (static_cast<unsigned char>(text[static_cast<std::size_t>(at)]) < 0x80) {
-            ++at;
-            continue;
-        }
-        UChar32 character = 0;
-        U8_NEXT(text.data(), at, size, character);
-        if (character < 0) return false;
-    }
-    return true;
-}
-
-bool isXmlText(std::string_view text) {
-    std::int64_t at = 0;
-    const auto size = static_cast<std::int64_t>(text.size());
-    while (at < size) {
-        const auto byte = static_cast<unsigned char>(text[static_cast<std::size_t>(at)]);
-        if (byte < 0x80) {
-            if (byte < 0x20 && byte != '\t' && byte != '\r' && byte != '\n') return false;
-            ++at;
-            continue;
-        }
-        UChar32 character = 0;
-        U8_NEXT(text.data(), at, size, character);
-        if (character < 0 || character == 0xFFFE || character == 0xFFFF) return false;
-    }
-    return true;
-}
-
 std::string sortKey(std::string_view text) {
     static const std::unique_ptr<icu::Collator> collator = [] {
         UErrorCode status = U_ZERO_ERROR;
@@ -186,7 +157,8 @@ std::string sortKey(std::string_view text) {
     std::string key;
     if (!collator) return foldKey(text);
     key.resize(static_cast<std::size_t>(collator->getSortKey(wide, nullptr, 0)));
-    collator->getSortKey(wide, reinterpret_cast<std::uint8_t*>(key.data()), static_cast<std::int32_t>(key.size()));
+    collator->getSortKey(wide, reinterpret_cast<std::uint8_t*>(key.data()),
+                         static_cast<std::int32_t>(key.size()));
     return key;
 }
 
@@ -208,7 +180,8 @@ int integerOf(std::string_view text) {
     int number = 0;
     const auto end = trimmed.data() + trimmed.size();
     const auto [stop, error] = std::from_chars(trimmed.data(), end, number);
-    if (error != std::errc() || stop != end) throw AutomationError("'" + std::string(text) + "' is not a number");
+    if (error != std::errc() || stop != end)
+        throw AutomationError("'" + std::string(text) + "' is not a number");
     return number;
 }
 

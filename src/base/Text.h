@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Utf8.h"
+
 namespace quillbox {
 
 // All text is UTF-8. What says "same" or "any case" goes by Unicode case folding.
@@ -30,13 +32,8 @@ std::string join(const std::vector<std::string>& pieces, std::string_view delimi
 std::string replaceAll(std::string_view text, std::string_view what, std::string_view with);
 std::string replaceAllText(std::string_view text, std::string_view what, std::string_view with);
 
-bool isValidUtf8(std::string_view text);
-
 // "True" and "False", as files hold them.
 std::string booleanText(bool value);
-
-// Whether XML can hold the text: valid UTF-8 without control characters other than tab, CR and LF.
-bool isXmlText(std::string_view text);
 
 // The place of a text in alphabetical order: compares by bytes as the texts stand in a list for readers.
 std::string sortKey(std::string_view text);

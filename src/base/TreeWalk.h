@@ -26,8 +26,8 @@ class TreeNesting {
     inline static thread_local int mDepth = 0;
 };
 
-// Visits the items of a tree, parents before their children, until a visit gives True. `children` gives the items
-// below one. Works without recursion; a tree that is too deep, or that holds itself, fails.
+// Visits the items of a tree, parents before their children, until a visit gives True. `children` gives the
+// items below one. Works without recursion; a tree that is too deep, or that holds itself, fails.
 template <class Item, class Children, class Visit>
 void walkTree(std::vector<Ref<Item>> roots, Children&& children, Visit&& visit) {
     struct Level {
@@ -48,8 +48,8 @@ void walkTree(std::vector<Ref<Item>> roots, Children&& children, Visit&& visit) 
     }
 }
 
-// Lets a tree go without recursion. `takeChildren` takes the items below one away from it, unless someone else
-// holds them.
+// Lets a tree go without recursion. `takeChildren` takes the items below one away from it, unless someone
+// else holds them.
 template <class Item, class TakeChildren>
 void dismantleTree(std::vector<Ref<Item>> doomed, TakeChildren&& takeChildren) {
     while (!doomed.empty()) {

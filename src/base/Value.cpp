@@ -11,8 +11,8 @@ namespace quillbox {
 
 namespace {
 
-constexpr std::string_view kKinds[] = {"nothing", "an empty value", "a Boolean", "a number", "a number",
-                                       "a number", "text", "a date", "an object"};
+constexpr std::string_view kKinds[] = {"nothing",  "an empty value", "a Boolean", "a number", "a number",
+                                       "a number", "text",           "a date",    "an object"};
 
 [[noreturn]] void mismatch(const Value& value, std::string_view wanted) {
     throw AutomationError("Type mismatch: " + std::string(kKinds[value.Get().index()]) + " where " +
@@ -54,7 +54,8 @@ std::int32_t toInteger(const Value& value) {
     if (const auto* v = value.If<std::int32_t>()) return *v;
     const double number = std::nearbyint(toNumber(value));
     using Limits = std::numeric_limits<std::int32_t>;
-    if (!(number >= Limits::min() && number <= Limits::max())) throw AutomationError("Overflow: the number does not fit 32 bits");
+    if (!(number >= Limits::min() && number <= Limits::max()))
+        throw AutomationError("Overflow: the number does not fit 32 bits");
     return static_cast<std::int32_t>(number);
 }
 

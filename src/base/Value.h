@@ -19,7 +19,8 @@ class Value {
         bool operator==(const Missing&) const = default;
     };
     using Empty = std::monostate;
-    using Data = std::variant<Missing, Empty, bool, std::int32_t, float, double, std::string, Date, Ref<Object>>;
+    using Data =
+        std::variant<Missing, Empty, bool, std::int32_t, float, double, std::string, Date, Ref<Object>>;
 
     Value() = default;
     Value(bool v) : mData(v) {}
@@ -31,8 +32,7 @@ class Value {
     Value(std::string v) : mData(std::move(v)) {}
     Value(const Date& v) : mData(v) {}
     template <class T>
-        requires std::is_base_of_v<Object, T>
-    Value(const Ref<T>& v) : mData(Ref<Object>(v)) {}
+    requires std::is_base_of_v<Object, T> Value(const Ref<T>& v) : mData(Ref<Object>(v)) {}
 
     static Value None() {
         Value value;

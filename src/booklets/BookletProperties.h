@@ -64,7 +64,9 @@ class BookletProperties : public Object {
     std::string LinkPreProcessURLWithCaption() const { return mLinkPreProcessURLWithCaption; }
     void SetLinkPreProcessURLWithCaption(const std::string& v) { store(mLinkPreProcessURLWithCaption, v); }
     std::string LinkPreProcessTopicNotInBooklet() const { return mLinkPreProcessTopicNotInBooklet; }
-    void SetLinkPreProcessTopicNotInBooklet(const std::string& v) { store(mLinkPreProcessTopicNotInBooklet, v); }
+    void SetLinkPreProcessTopicNotInBooklet(const std::string& v) {
+        store(mLinkPreProcessTopicNotInBooklet, v);
+    }
     std::string LinkPreProcessTopicInBooklet() const { return mLinkPreProcessTopicInBooklet; }
     void SetLinkPreProcessTopicInBooklet(const std::string& v) { store(mLinkPreProcessTopicInBooklet, v); }
     std::string LinkPreProcessCodemark() const { return mLinkPreProcessCodemark; }

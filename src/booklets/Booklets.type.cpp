@@ -14,7 +14,8 @@ ClassInfo describeManifest() {
     d.creatable()
         .field("Key", &T::Key, "Unique identifier within the project.")
         .field("BookletProperties", &T::BookletProperties, "How the booklet is printed.")
-        .property("IncludeFlag", &T::IncludeFlag, &T::SetIncludeFlag, "True if BuildBooklets builds this manifest.")
+        .property("IncludeFlag", &T::IncludeFlag, &T::SetIncludeFlag,
+                  "True if BuildBooklets builds this manifest.")
         .property("ManifestType", &T::ManifestType, &T::SetManifestType, "The kind.")
         .property("Notes", &T::Notes, &T::SetNotes, "The user's notes.")
         .property("Name", &T::Name, &T::SetName, "Identifying name.")
@@ -26,10 +27,13 @@ ClassInfo describeManifest() {
     saveMember(d);
     return d.read("QualifiedName", &T::QualifiedName, "The name of the page that a build makes.")
         .method("FireManifestEntryAdded", &T::FireManifestEntryAdded, {"Entry"}, "Raises ManifestEntryAdded.")
-        .method("FireManifestEntryRemoved", &T::FireManifestEntryRemoved, {"Entry"}, "Raises ManifestEntryRemoved.")
-        .method("FireManifestEntryChanged", &T::FireManifestEntryChanged, {"Entry"}, "Raises ManifestEntryChanged.")
+        .method("FireManifestEntryRemoved", &T::FireManifestEntryRemoved, {"Entry"},
+                "Raises ManifestEntryRemoved.")
+        .method("FireManifestEntryChanged", &T::FireManifestEntryChanged, {"Entry"},
+                "Raises ManifestEntryChanged.")
         .method("FireChanged", &T::FireChanged, "Raises Changed and tells the project.")
-        .method("EntryByTopic", &T::EntryByTopic, {"T"}, "The first entry of a topic; none where there is none.")
+        .method("EntryByTopic", &T::EntryByTopic, {"T"},
+                "The first entry of a topic; none where there is none.")
         .event("Changed", 1, &T::Changed)
         .event("ManifestEntryAdded", 2, &T::ManifestEntryAdded, {"Entry"})
         .event("ManifestEntryRemoved", 3, &T::ManifestEntryRemoved, {"Entry"})
@@ -44,8 +48,8 @@ ClassInfo describeManifests() {
         .property("Dirty", &T::Dirty, &T::SetDirty, "True if the collection has unsaved changes.")
         .property("QbProject", &T::QbProject, &T::SetQbProject, "A handle to the parent QbProject.");
     collectionMembers(d, "The manifest at a position or key; none for an unknown one.", &T::Add);
-    checkedMembers<Value>(
-        d, {"LocalSpec", "SSSpec", "CheckOut", "CheckIn", "GetLatestVersion", "IsCheckedOut", "CheckOutStatus"});
+    checkedMembers<Value>(d, {"LocalSpec", "SSSpec", "CheckOut", "CheckIn", "GetLatestVersion",
+                              "IsCheckedOut", "CheckOutStatus"});
     saveMember(d);
     loadMember(d);
     return checkedMembers<Value>(d, {"ReadOnly", "IsDifferent", "UndoCheckout"}).done();
@@ -57,9 +61,12 @@ ClassInfo describeManifestEntry() {
     d.creatable()
         .field("Key", &T::Key, "Unique identifier of the entry.")
         .field("ChildEntries", &T::ChildEntries, "The entries below this one.")
-        .property("PageBreakAfter", &T::PageBreakAfter, &T::SetPageBreakAfter, "Page break behind the entry; not saved.")
-        .property("PageBreakBefore", &T::PageBreakBefore, &T::SetPageBreakBefore, "Page break before the entry.")
-        .property("ParentEntry", &T::ParentEntry, &T::SetParentEntry, "The entry above; none at the top level.")
+        .property("PageBreakAfter", &T::PageBreakAfter, &T::SetPageBreakAfter,
+                  "Page break behind the entry; not saved.")
+        .property("PageBreakBefore", &T::PageBreakBefore, &T::SetPageBreakBefore,
+                  "Page break before the entry.")
+        .property("ParentEntry", &T::ParentEntry, &T::SetParentEntry,
+                  "The entry above; none at the top level.")
         .property("Title", &T::Title, &T::SetTitle, "Title of its own; empty means the topic's title.")
         .read("RuntimeTitle", &T::RuntimeTitle, "The title, else the topic's; empty where there is neither.")
         .property("Manifest", &T::Manifest, &T::SetManifest, "The manifest that owns the entry.")
@@ -67,8 +74,10 @@ ClassInfo describeManifestEntry() {
     loadMember(d);
     return saveMember(d)
         .property("RuntimePageNumberEnd", &T::RuntimePageNumberEnd, &T::SetRuntimePageNumberEnd, "Last page.")
-        .property("RuntimePageNumberStart", &T::RuntimePageNumberStart, &T::SetRuntimePageNumberStart, "First page.")
-        .property("RuntimeEntryNumber", &T::RuntimeEntryNumber, &T::SetRuntimeEntryNumber, "Number, such as 2.1.")
+        .property("RuntimePageNumberStart", &T::RuntimePageNumberStart, &T::SetRuntimePageNumberStart,
+                  "First page.")
+        .property("RuntimeEntryNumber", &T::RuntimeEntryNumber, &T::SetRuntimeEntryNumber,
+                  "Number, such as 2.1.")
         .field("RuntimePageBreak", &T::RuntimePageBreak, "Flag of a running build.")
         .done();
 }
@@ -76,20 +85,26 @@ ClassInfo describeManifestEntry() {
 ClassInfo describeManifestEntries() {
     using T = ManifestEntries;
     Describe<T> d("ManifestEntries", "A level of the outline of a manifest.");
-    d.creatable().property("Parent", &T::Parent, &T::SetParent, "The manifest at the top level, the entry below it.");
-    return collectionMembers(d, "The entry of a key on this level or below; none for an unknown one.", &T::Add)
-        .read("AllEntries", [](T& entries, Ref<T>& col) { return entries.AllEntries(col); }, {optional("col")},
-              "The entries of this level and all below, parents before their children, added to the collection given.")
+    d.creatable().property("Parent", &T::Parent, &T::SetParent,
+                           "The manifest at the top level, the entry below it.");
+    return collectionMembers(d, "The entry of a key on this level or below; none for an unknown one.",
+                             &T::Add)
+        .read(
+            "AllEntries", [](T& entries, Ref<T>& col) { return entries.AllEntries(col); }, {optional("col")},
+            "The entries of this level and all below, parents before their children, added to the collection "
+            "given.")
         .done();
 }
 
 ClassInfo describeBookletProperties() {
     using T = BookletProperties;
-    constexpr const char* kScrap = "Scrap for such links; empty means the template's own, {None} leaves the link.";
+    constexpr const char* kScrap =
+        "Scrap for such links; empty means the template's own, {None} leaves the link.";
     Describe<T> d("BookletProperties", "How a booklet is printed. Lengths are in millimetres.");
     d.creatable()
         .property("Title", &T::Title, &T::SetTitle, "Booklet title.")
-        .property("EntryNumbering", &T::EntryNumbering, &T::SetEntryNumbering, "What is numbered in the output.")
+        .property("EntryNumbering", &T::EntryNumbering, &T::SetEntryNumbering,
+                  "What is numbered in the output.")
         .property("GenerateTOC", &T::GenerateTOC, &T::SetGenerateTOC, "Generate a table of contents.")
         .property("OutputFileName", &T::OutputFileName, &T::SetOutputFileName, "Full path of the PDF.")
         .property("Manifest", &T::Manifest, &T::SetManifest, "The manifest that owns the properties.")
@@ -98,21 +113,27 @@ ClassInfo describeBookletProperties() {
         .property("MarginTop", &T::MarginTop, &T::SetMarginTop, "Top margin.")
         .property("MarginRight", &T::MarginRight, &T::SetMarginRight, "Right margin.")
         .property("MarginLeft", &T::MarginLeft, &T::SetMarginLeft, "Left margin.")
-        .property("UnPrintableBottom", &T::UnPrintableBottom, &T::SetUnPrintableBottom, "Unprintable strip, bottom.")
+        .property("UnPrintableBottom", &T::UnPrintableBottom, &T::SetUnPrintableBottom,
+                  "Unprintable strip, bottom.")
         .property("UnPrintableTop", &T::UnPrintableTop, &T::SetUnPrintableTop, "Unprintable strip, top.")
-        .property("UnPrintableRight", &T::UnPrintableRight, &T::SetUnPrintableRight, "Unprintable strip, right.")
+        .property("UnPrintableRight", &T::UnPrintableRight, &T::SetUnPrintableRight,
+                  "Unprintable strip, right.")
         .property("UnPrintableLeft", &T::UnPrintableLeft, &T::SetUnPrintableLeft, "Unprintable strip, left.")
         .property("FooterHTML", &T::FooterHTML, &T::SetFooterHTML, "HTML for each page footer.")
         .property("HeaderHTML", &T::HeaderHTML, &T::SetHeaderHTML, "HTML for each page header.")
         .property("PageBreaks", &T::PageBreaks, &T::SetPageBreaks, "Page break behaviour.")
-        .property("CoverpageTopicID", &T::CoverpageTopicID, &T::SetCoverpageTopicID, "Key of the cover page's topic.")
+        .property("CoverpageTopicID", &T::CoverpageTopicID, &T::SetCoverpageTopicID,
+                  "Key of the cover page's topic.")
         .property("TemplateName", &T::TemplateName, &T::SetTemplateName, "Name of the print template.");
     loadMember(d);
     return saveMember(d)
         .read("Template", &T::Template, "The print template; none where no such template is installed.")
-        .read("CoverPageTopic", &T::CoverPageTopic, "The cover page's topic; none where there is no such topic.")
-        .property("RawCoverPage", &T::RawCoverPage, &T::SetRawCoverPage, "True if the topic is the whole cover page.")
-        .property("LinkPreProcessURLNoCaption", &T::LinkPreProcessURLNoCaption, &T::SetLinkPreProcessURLNoCaption, kScrap)
+        .read("CoverPageTopic", &T::CoverPageTopic,
+              "The cover page's topic; none where there is no such topic.")
+        .property("RawCoverPage", &T::RawCoverPage, &T::SetRawCoverPage,
+                  "True if the topic is the whole cover page.")
+        .property("LinkPreProcessURLNoCaption", &T::LinkPreProcessURLNoCaption,
+                  &T::SetLinkPreProcessURLNoCaption, kScrap)
         .property("LinkPreProcessURLWithCaption", &T::LinkPreProcessURLWithCaption,
                   &T::SetLinkPreProcessURLWithCaption, kScrap)
         .property("LinkPreProcessTopicNotInBooklet", &T::LinkPreProcessTopicNotInBooklet,
@@ -129,7 +150,8 @@ ClassInfo describeBookletLinkInfo() {
         .creatable()
         .field("LinkCaption", &T::LinkCaption, "Inner HTML of the hyperlink.")
         .field("LinkURL", &T::LinkURL, "The URL.")
-        .field("LinkTopic", &T::LinkTopic, "The topic that the link points to; none where there is no such topic.")
+        .field("LinkTopic", &T::LinkTopic,
+               "The topic that the link points to; none where there is no such topic.")
         .done();
 }
 

@@ -102,7 +102,8 @@ void assignNumbers(const Ref<ManifestEntry>& entry, const std::string& parentNum
     const auto own = (parentNumber.empty() ? "" : parentNumber + ".") + std::to_string(number);
     entry->SetRuntimeEntryNumber(own);
     int child = 0;
-    for (const auto& below : entry->ChildEntries->Items()) assignNumbers(below, entry->RuntimeEntryNumber(), ++child);
+    for (const auto& below : entry->ChildEntries->Items())
+        assignNumbers(below, entry->RuntimeEntryNumber(), ++child);
 }
 
 }  // namespace

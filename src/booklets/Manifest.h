@@ -55,7 +55,8 @@ class Manifest : public Object {
     void AssignEntryNumbers();
 
     sigc::signal<void()> Changed;
-    sigc::signal<void(const Ref<ManifestEntry>&)> ManifestEntryAdded, ManifestEntryRemoved, ManifestEntryChanged;
+    sigc::signal<void(const Ref<ManifestEntry>&)> ManifestEntryAdded, ManifestEntryRemoved,
+        ManifestEntryChanged;
 
   private:
     template <class T>
@@ -80,7 +81,8 @@ class Manifests : public SatelliteCollection<Manifest> {
 
     // None for an unknown key.
     Ref<Manifest> Item(const Value& key) const { return find(key); }
-    void Add(const Ref<Manifest>& item, const Value& key = {}, const Value& before = {}, const Value& after = {});
+    void Add(const Ref<Manifest>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {});
     void Remove(const Value& key);
 
   protected:

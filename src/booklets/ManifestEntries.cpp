@@ -21,7 +21,8 @@ ManifestEntries::~ManifestEntries() {
 
 template <class Visit>
 void ManifestEntries::walk(const Visit& visit) const {
-    walkTree(Items(), [](const ManifestEntry& entry) { return entry.ChildEntries->Items(); }, visit);
+    walkTree(
+        Items(), [](const ManifestEntry& entry) { return entry.ChildEntries->Items(); }, visit);
 }
 
 Ref<ManifestEntry> ManifestEntries::Item(const Value& key) const {
@@ -37,7 +38,8 @@ Ref<ManifestEntry> ManifestEntries::Item(const Value& key) const {
     return found;
 }
 
-void ManifestEntries::Add(const Ref<ManifestEntry>& item, const Value& key, const Value& before, const Value& after) {
+void ManifestEntries::Add(const Ref<ManifestEntry>& item, const Value& key, const Value& before,
+                          const Value& after) {
     mCol.Add(item, key, before, after);
     // Only a manifest hears of additions; an entry below which one was added tells nobody. It is meant so.
     if (const auto manifest = std::dynamic_pointer_cast<Manifest>(Parent())) {

@@ -21,7 +21,8 @@ class ManifestEntries : public ItemCollection<ManifestEntry> {
     Ref<ManifestEntry> Item(const Value& key) const;
     // Of this level only; fails for an unknown key.
     void Remove(const Value& key);
-    void Add(const Ref<ManifestEntry>& item, const Value& key = {}, const Value& before = {}, const Value& after = {});
+    void Add(const Ref<ManifestEntry>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {});
     // The entries of this level and all below, parents before their children, added to `col`.
     Ref<ManifestEntries> AllEntries(Ref<ManifestEntries>& col);
     Ref<ManifestEntries> AllEntries();

@@ -27,7 +27,9 @@ Ref<quillbox::Topic> ManifestEntry::Topic() const {
     return project && !mTopicID.empty() ? project->Topics->Item(mTopicID) : nullptr;
 }
 
-void ManifestEntry::SetTopic(const Ref<quillbox::Topic>& topic) { store(mTopicID, topic ? topic->Key : std::string()); }
+void ManifestEntry::SetTopic(const Ref<quillbox::Topic>& topic) {
+    store(mTopicID, topic ? topic->Key : std::string());
+}
 
 std::string ManifestEntry::RuntimeTitle() const {
     if (!mTitle.empty()) return mTitle;
@@ -40,8 +42,9 @@ void ManifestEntry::Load(const Ref<XMLElement>& e) {
     Key = required(e, "k");
     SetTitle(required(e, "t"));
     mTopicID = required(e, "tid");
-    optionalAttribute(e, "pbb",
-                      [&](const std::string& v) { SetPageBreakBefore(static_cast<EntryPageBreakEnum>(integerOf(v))); });
+    optionalAttribute(e, "pbb", [&](const std::string& v) {
+        SetPageBreakBefore(static_cast<EntryPageBreakEnum>(integerOf(v)));
+    });
     for (const auto& child : e->Children()) {
         const auto entry = make<ManifestEntry>();
         entry->SetManifest(Manifest());

@@ -34,7 +34,8 @@ ClassInfo describeQbNode() {
     d.creatable()
         .field("Key", &T::Key, kKey)
         .field("ChildNodes", &T::ChildNodes, "The nodes below this one.")
-        .property("CMPFileName", &T::CMPFileName, &T::SetCMPFileName, "Codemark project of an ntCMContents node; not saved.")
+        .property("CMPFileName", &T::CMPFileName, &T::SetCMPFileName,
+                  "Codemark project of an ntCMContents node; not saved.")
         .property("StandardURL", &T::StandardURL, &T::SetStandardURL, "URL of an ntStandard node.")
         .property("TopicID", &T::TopicID, &T::SetTopicID, "Key of the topic that the node points to.")
         .property("SubContentsFileName", &T::SubContentsFileName, &T::SetSubContentsFileName,
@@ -58,17 +59,21 @@ ClassInfo describeQbNodes() {
     Describe<T> d("QbNodes", "A level of the table of contents.");
     d.creatable();
     dirtyMember(d);
-    d.method("AllNodes", [](T& nodes, Ref<T>& col) { return nodes.AllNodes(col); }, {optional("col")},
-             "The nodes of this level and all below, parents before their children, added to the collection given.")
+    d.method(
+         "AllNodes", [](T& nodes, Ref<T>& col) { return nodes.AllNodes(col); }, {optional("col")},
+         "The nodes of this level and all below, parents before their children, added to the collection "
+         "given.")
         .method("NodesForTopic", &T::NodesForTopic, {"T", optional("col")},
                 "The nodes of this level and all below that point to a topic.");
     projectMember(d);
     collectionMembers(d, "The node of a key on this level or below; none for an unknown one.", &T::Add);
     saveMember(d);
     loadMember(d);
-    d.method("NewNode", &T::NewNode, {"Parent"}, "A new node at the end of this level; Parent is only its handle.");
-    return checkedMembers<Value>(d, {"LocalSpec", "SSSpec", "CheckOut", "CheckIn", "GetLatestVersion", "IsCheckedOut",
-                                     "CheckOutStatus", "ReadOnly", "IsDifferent", "UndoCheckout"})
+    d.method("NewNode", &T::NewNode, {"Parent"},
+             "A new node at the end of this level; Parent is only its handle.");
+    return checkedMembers<Value>(
+               d, {"LocalSpec", "SSSpec", "CheckOut", "CheckIn", "GetLatestVersion", "IsCheckedOut",
+                   "CheckOutStatus", "ReadOnly", "IsDifferent", "UndoCheckout"})
         .field("PauseEvents", &T::PauseEvents, kPause)
         .event("ItemAdded", 1, &T::ItemAdded, {"Item"})
         .event("ItemRemoved", 2, &T::ItemRemoved, {"Item"})
@@ -106,10 +111,12 @@ ClassInfo describeGlossaryItems() {
 ClassInfo describeTask() {
     using T = Task;
     Describe<T> d("Task", "Something that an author has to do.");
-    d.creatable().property("PauseEvents", &T::PauseEvents, &T::SetPauseEvents, "Holds back notices and stamps.");
+    d.creatable().property("PauseEvents", &T::PauseEvents, &T::SetPauseEvents,
+                           "Holds back notices and stamps.");
     projectMember(d);
     d.property("ModifiedBy", &T::ModifiedBy, &T::SetModifiedBy, "Who last modified it.")
-        .property("ModifiedOn", &T::ModifiedOn, &T::SetModifiedOn, "When it was last modified; zero for never.")
+        .property("ModifiedOn", &T::ModifiedOn, &T::SetModifiedOn,
+                  "When it was last modified; zero for never.")
         .property("CreatedBy", &T::CreatedBy, &T::SetCreatedBy, "Who created it.")
         .property("CreatedOn", &T::CreatedOn, &T::SetCreatedOn, "When it was created.")
         .property("Status", &T::Status, &T::SetStatus, "Status, any text.")
@@ -121,7 +128,8 @@ ClassInfo describeTask() {
         .field("Key", &T::Key, kKey);
     loadMember(d);
     saveMember(d);
-    return d.method("FireChanged", &T::FireChanged, "Tells the project of a change, and stamps the task.").done();
+    return d.method("FireChanged", &T::FireChanged, "Tells the project of a change, and stamps the task.")
+        .done();
 }
 
 ClassInfo describeTasks() {
@@ -133,8 +141,9 @@ ClassInfo describeTasks() {
     collectionMembers(d, "The task at a position or key; none for an unknown one.", &T::Add);
     loadMember(d);
     saveMember(d);
-    return checkedMembers<Value>(d, {"ReadOnly", "LocalSpec", "SSSpec", "CheckOut", "IsDifferent", "UndoCheckout",
-                                     "CheckIn", "GetLatestVersion", "IsCheckedOut", "CheckOutStatus"})
+    return checkedMembers<Value>(
+               d, {"ReadOnly", "LocalSpec", "SSSpec", "CheckOut", "IsDifferent", "UndoCheckout", "CheckIn",
+                   "GetLatestVersion", "IsCheckedOut", "CheckOutStatus"})
         .field("PauseEvents", &T::PauseEvents, kPause)
         .done();
 }
@@ -142,7 +151,8 @@ ClassInfo describeTasks() {
 ClassInfo describeOtherFile() {
     using T = OtherFile;
     Describe<T> d("OtherFile", "A file of the project that is no topic.");
-    d.creatable().property("Filename", &T::Filename, &T::SetFilename, "The file; holds the full name when at rest.");
+    d.creatable().property("Filename", &T::Filename, &T::SetFilename,
+                           "The file; holds the full name when at rest.");
     projectMember(d);
     loadMember(d);
     saveMember(d);
@@ -154,8 +164,10 @@ ClassInfo describeOtherFile() {
     checkedMembers<bool>(
         d, {"LocalSpec", "SSSpec", "CheckOutStatus", "CheckOut", "CheckedOutToUser", "ReadOnly"}, comment);
     d.read("CheckedOut", &T::CheckedOut, "True if this file is checked out here.");
-    checkedMembers<bool>(d, {"GetLatestSSVersion", "CheckIn", "IsDifferent", "UndoCheckout", "IsCheckedOut"}, comment);
-    return d.method("AddToSourceSafe", &T::AddToSourceSafe, "Adds the file to source control and checks it out.")
+    checkedMembers<bool>(d, {"GetLatestSSVersion", "CheckIn", "IsDifferent", "UndoCheckout", "IsCheckedOut"},
+                         comment);
+    return d
+        .method("AddToSourceSafe", &T::AddToSourceSafe, "Adds the file to source control and checks it out.")
         .field("NewFlag", &T::NewFlag, "Added since the project was last saved.")
         .event("CheckoutStatusChanged", 1, &T::CheckoutStatusChanged)
         .done();
@@ -164,10 +176,13 @@ ClassInfo describeOtherFile() {
 ClassInfo describeOtherFiles() {
     using T = OtherFiles;
     Describe<T> d("OtherFiles", "The files of a project that are no topics.");
-    d.creatable().field("PauseEvents", &T::PauseEvents, "While True there are no events and no record of deletions.");
+    d.creatable().field("PauseEvents", &T::PauseEvents,
+                        "While True there are no events and no record of deletions.");
     projectMember(d);
-    return collectionMembers(d, "The file at a position, or of a key or file name; none for an unknown one.", &T::Add)
-        .method("Exists", &T::Exists, {"Filename"}, "True if a file of that name in any case is in the collection.")
+    return collectionMembers(d, "The file at a position, or of a key or file name; none for an unknown one.",
+                             &T::Add)
+        .method("Exists", &T::Exists, {"Filename"},
+                "True if a file of that name in any case is in the collection.")
         .done();
 }
 

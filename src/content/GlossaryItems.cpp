@@ -35,7 +35,8 @@ const SatelliteFile& GlossaryItems::satellite() const {
     return row;
 }
 
-void GlossaryItems::Add(const Ref<GlossaryItem>& item, const Value& key, const Value& before, const Value& after) {
+void GlossaryItems::Add(const Ref<GlossaryItem>& item, const Value& key, const Value& before,
+                        const Value& after) {
     mCol.Add(item, key, before, after);
     mTerms.Forget();
     mQbProject.Need()->FireGlossaryItemAdded(item);

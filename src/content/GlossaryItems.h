@@ -41,7 +41,8 @@ class GlossaryItems : public SatelliteCollection<GlossaryItem> {
     // None for an unknown key.
     Ref<GlossaryItem> Item(const Value& key) const { return find(key); }
     // Both need the project, and fail after the change where there is none.
-    void Add(const Ref<GlossaryItem>& item, const Value& key = {}, const Value& before = {}, const Value& after = {});
+    void Add(const Ref<GlossaryItem>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {});
     void Remove(const Value& key);
     // The first item in list order with that term in any case; none where there is no such item.
     Ref<GlossaryItem> ItemByTerm(const std::string& term) const;

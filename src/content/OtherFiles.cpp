@@ -57,7 +57,9 @@ std::string OtherFile::SSSpec() const {
     return mQbProject.Need()->SSProject() + replaceAll(RelativeFileName(), "\\", "/");
 }
 
-void OtherFile::WriteContent(const Ref<XMLElement>& e) const { e->AddAttribute("FileName", RelativeFileName()); }
+void OtherFile::WriteContent(const Ref<XMLElement>& e) const {
+    e->AddAttribute("FileName", RelativeFileName());
+}
 
 void OtherFile::Save(const Ref<XMLElement>& e) {
     WriteContent(e);

@@ -68,7 +68,8 @@ class OtherFiles : public ItemCollection<OtherFile> {
     void SetQbProject(const Ref<quillbox::QbProject>& project) { mQbProject.Set(project); }
     // By key, position or file name; none for an unknown one.
     Ref<OtherFile> Item(const Value& key) const;
-    void Add(const Ref<OtherFile>& item, const Value& key = {}, const Value& before = {}, const Value& after = {});
+    void Add(const Ref<OtherFile>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {});
     void Remove(const Value& key);
     // Whether a file of that name is in the list, in any case; the disk is not asked.
     bool Exists(const std::string& filename) const { return byName(filename) != nullptr; }

@@ -29,7 +29,8 @@ void QbNode::SetCaptionType(QbProjectCaptionTypeEnum v) {
 }
 
 void QbNode::SetQbNodeType(QbNodeTypeEnum v) {
-    // Looks at the type held so far, so that writing the standard type again empties the URL too. It is meant so.
+    // Looks at the type held so far, so that writing the standard type again empties the URL too. It is meant
+    // so.
     if (mQbNodeType == ntStandard && sameText(mStandardURL, "glossary.html")) mStandardURL.clear();
     mQbNodeType = v;
     if (v == ntCMContents) {

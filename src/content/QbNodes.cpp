@@ -32,7 +32,8 @@ void QbNodes::adopt(const Ref<QbNode>& node) { node->SetQbNodes(self(this)); }
 
 template <class Visit>
 void QbNodes::walk(const Visit& visit) const {
-    walkTree(Items(), [](const QbNode& node) { return node.ChildNodes->Items(); }, visit);
+    walkTree(
+        Items(), [](const QbNode& node) { return node.ChildNodes->Items(); }, visit);
 }
 
 Ref<QbNodes> QbNodes::AllNodes(Ref<QbNodes>& col) {

@@ -12,8 +12,8 @@ class QbNode;
 class RelatedTopic;
 class Topic;
 
-// A level of the contents tree. The project's top level also owns the file of the tree; every node owns the level
-// below it. Walks give their nodes in one too.
+// A level of the contents tree. The project's top level also owns the file of the tree; every node owns the
+// level below it. Walks give their nodes in one too.
 class QbNodes : public SatelliteCollection<QbNode> {
   public:
     static constexpr std::string_view kClassName = "QbNodes";
@@ -36,7 +36,8 @@ class QbNodes : public SatelliteCollection<QbNode> {
     // Of this level only; fails for an unknown key.
     void Remove(const Value& key);
     // Links nothing: the caller sets the node's `QbNodes` and `ParentNode`.
-    void Add(const Ref<QbNode>& item, const Value& key = {}, const Value& before = {}, const Value& after = {});
+    void Add(const Ref<QbNode>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {});
     // A new node at the end of this level, whatever the parent.
     Ref<QbNode> NewNode(const Ref<QbNode>& parent);
 

@@ -20,8 +20,8 @@ struct SatelliteFile {
     ProjectElementTypeEnum elementType;
 };
 
-// A collection of a project that stands in the project file, or in a separate-files project in a file of its own
-// in the folder "ProjectData": the contents tree, the glossary, the tasks and the manifests.
+// A collection of a project that stands in the project file, or in a separate-files project in a file of its
+// own in the folder "ProjectData": the contents tree, the glossary, the tasks and the manifests.
 template <class T>
 class SatelliteCollection : public ItemCollection<T>, public CheckedElement {
   public:
@@ -34,12 +34,18 @@ class SatelliteCollection : public ItemCollection<T>, public CheckedElement {
         dirtyChanged(v);
     }
 
-    std::string LocalSpec() const override { return mQbProject.Need()->ProjectDataPath() + satellite().fileName; }
-    std::string SSSpec() const override { return mQbProject.Need()->ProjectDataSpec() + satellite().fileName; }
+    std::string LocalSpec() const override {
+        return mQbProject.Need()->ProjectDataPath() + satellite().fileName;
+    }
+    std::string SSSpec() const override {
+        return mQbProject.Need()->ProjectDataSpec() + satellite().fileName;
+    }
 
     // Never clears `Dirty`; the project does that when all is saved.
     void Save(const Ref<XMLElement>& e) {
-        file().Save(e, mDirty, [&] { return IsCheckedOut(); }, [&](const Ref<XMLElement>& root) { WriteContent(root); });
+        file().Save(
+            e, mDirty, [&] { return IsCheckedOut(); },
+            [&](const Ref<XMLElement>& root) { WriteContent(root); });
     }
     void WriteContent(const Ref<XMLElement>& e) {
         if (!e) throw AutomationError("There is no element to save to");

@@ -3,9 +3,10 @@
 namespace quillbox {
 
 void describeEnumerations(TypeLibrary& library) {
-    library.Add(EnumerationInfo{
-        "CompileTypeEnum",
-        {{"CompileNone", CompileNone}, {"CompileHTMLHelp1", CompileHTMLHelp1}, {"CompileHelp2", CompileHelp2}}});
+    library.Add(EnumerationInfo{"CompileTypeEnum",
+                                {{"CompileNone", CompileNone},
+                                 {"CompileHTMLHelp1", CompileHTMLHelp1},
+                                 {"CompileHelp2", CompileHelp2}}});
     library.Add(EnumerationInfo{"ProjectTypeEnum",
                                 {{"ProjectTypeSingleFile", ProjectTypeSingleFile},
                                  {"ProjectTypeSeparateFiles", ProjectTypeSeparateFiles}}});
@@ -17,17 +18,19 @@ void describeEnumerations(TypeLibrary& library) {
                                  {"ntCMContents", ntCMContents}}});
     library.Add(
         EnumerationInfo{"QbProjectCaptionTypeEnum", {{"ctDefault", ctDefault}, {"ctSpecific", ctSpecific}}});
-    library.Add(EnumerationInfo{"OtherFileTypeEnum", {{"oftStylesheet", oftStylesheet}, {"oftOther", oftOther}}});
+    library.Add(
+        EnumerationInfo{"OtherFileTypeEnum", {{"oftStylesheet", oftStylesheet}, {"oftOther", oftOther}}});
     library.Add(EnumerationInfo{"LinkStatusTypeEnum",
                                 {{"lsUnverified", lsUnverified}, {"lsBroken", lsBroken}, {"lsOK", lsOK}}});
     library.Add(EnumerationInfo{"LinkTypeEnum", {{"ltHyperlink", ltHyperlink}, {"ltImage", ltImage}}});
+    library.Add(EnumerationInfo{"ManifestTypeEnum",
+                                {{"mtBooklet", mtBooklet}, {"mtBrowseSequence", mtBrowseSequence}}});
     library.Add(
-        EnumerationInfo{"ManifestTypeEnum", {{"mtBooklet", mtBooklet}, {"mtBrowseSequence", mtBrowseSequence}}});
-    library.Add(EnumerationInfo{"EntryPageBreakEnum",
-                                {{"epbDefault", epbDefault}, {"epbAlways", epbAlways}, {"epbNever", epbNever}}});
-    library.Add(EnumerationInfo{"PageBreaksEnum",
-                                {{"pbBeforeTopLevelEntries", pbBeforeTopLevelEntries},
-                                 {"pbBeforeAllEntries", pbBeforeAllEntries}}});
+        EnumerationInfo{"EntryPageBreakEnum",
+                        {{"epbDefault", epbDefault}, {"epbAlways", epbAlways}, {"epbNever", epbNever}}});
+    library.Add(EnumerationInfo{
+        "PageBreaksEnum",
+        {{"pbBeforeTopLevelEntries", pbBeforeTopLevelEntries}, {"pbBeforeAllEntries", pbBeforeAllEntries}}});
     library.Add(EnumerationInfo{"PaperSizeEnum", {{"psLetter", psLetter}, {"psA4", psA4}}});
     library.Add(EnumerationInfo{"EntryNumberingEnum",
                                 {{"enNone", enNone},

@@ -7,20 +7,45 @@ namespace quillbox {
 
 // The published order.
 void describeLibrary(TypeLibrary& library) {
-    for (const auto describe :
-         {describeRoot,          describeQbNamespaceProvider, describeTopic,
-          describeTopics,        describeQbProject,           describeQbDataProvider,
-          describeRelatedTopic,  describeRelatedTopics,       describeQbNode,
-          describeQbNodes,       describeTopicCategory,       describeTopicCategories,
-          describeOtherFile,     describeOtherFiles,          describeTopicStatus,
-          describeTopicStatuses, describeLinkInfo,            describeLinkInfos,
-          describeTopicSection,  describeTopicSections,       describeTopicSectionDef,
-          describeTopicSectionDefs, describeDummyWizardHost,  describeGlossaryItem,
-          describeGlossaryItems, describeBuildResult,         describeManifest,
-          describeManifests,     describeManifestEntry,       describeManifestEntries,
-          describeBookletProperties, describeEnums,           describeTask,
-          describeTasks,         describeBookletLinkInfo,     describeHeaderIds,
-          describeHeaderId,      describeKeyword,             describeRelatedTopicCategory}) {
+    for (const auto describe : {describeRoot,
+                                describeQbNamespaceProvider,
+                                describeTopic,
+                                describeTopics,
+                                describeQbProject,
+                                describeQbDataProvider,
+                                describeRelatedTopic,
+                                describeRelatedTopics,
+                                describeQbNode,
+                                describeQbNodes,
+                                describeTopicCategory,
+                                describeTopicCategories,
+                                describeOtherFile,
+                                describeOtherFiles,
+                                describeTopicStatus,
+                                describeTopicStatuses,
+                                describeLinkInfo,
+                                describeLinkInfos,
+                                describeTopicSection,
+                                describeTopicSections,
+                                describeTopicSectionDef,
+                                describeTopicSectionDefs,
+                                describeDummyWizardHost,
+                                describeGlossaryItem,
+                                describeGlossaryItems,
+                                describeBuildResult,
+                                describeManifest,
+                                describeManifests,
+                                describeManifestEntry,
+                                describeManifestEntries,
+                                describeBookletProperties,
+                                describeEnums,
+                                describeTask,
+                                describeTasks,
+                                describeBookletLinkInfo,
+                                describeHeaderIds,
+                                describeHeaderId,
+                                describeKeyword,
+                                describeRelatedTopicCategory}) {
         library.Add(describe());
     }
     describeEnumerations(library);
@@ -28,7 +53,9 @@ void describeLibrary(TypeLibrary& library) {
 }
 
 ClassInfo describeEnums() {
-    return Describe<Enums>("Enums", "Carries the enumerations of the library; has no members.").creatable().done();
+    return Describe<Enums>("Enums", "Carries the enumerations of the library; has no members.")
+        .creatable()
+        .done();
 }
 
 }  // namespace quillbox

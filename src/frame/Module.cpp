@@ -28,7 +28,8 @@ Ref<TopicStatuses> topicStatuses() {
     if (!state().statuses) {
         const auto path = ConfigPath() + "statuscodes.xml";
         const auto file = newFile(path);
-        // Stored before the load: after a file that fails, the list keeps what was read, and the first caller hears.
+        // Stored before the load: after a file that fails, the list keeps what was read, and the first caller
+        // hears.
         const auto statuses = state().statuses = make<TopicStatuses>();
         if (file->Exists()) {
             at(path, [&] {
@@ -75,7 +76,8 @@ std::string StripQuotes(std::string& text) {
 bool IsCodemarkInstalled() {
     auto& module = state();
     if (!module.codemarkTested) {
-        ignoringFailures([&] { module.codemarkInstalled = platform().classes->CreateObject("Codemark.Root") != nullptr; });
+        ignoringFailures(
+            [&] { module.codemarkInstalled = platform().classes->CreateObject("Codemark.Root") != nullptr; });
         module.codemarkTested = true;
     }
     return module.codemarkInstalled;

@@ -40,8 +40,8 @@ Ref<PageTemplates> Root::QuillboxPageTemplates(const std::string& supportsFlag) 
 
 namespace {
 
-// Takes away the see-also links to a topic. The index moves on after a removal, so that of two neighbours the second
-// stays. It is meant so.
+// Takes away the see-also links to a topic. The index moves on after a removal, so that of two neighbours the
+// second stays. It is meant so.
 void removeLinksTo(const Topic& topic, RelatedTopics& related) {
     const int count = related.Count();
     for (int index = 1; index <= count && index <= related.Count(); ++index) {

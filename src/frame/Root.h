@@ -32,8 +32,8 @@ class Root : public Object {
     std::string SSPassword() const;
     Ref<quillbox::VSSDatabase> VSSDatabase() const;
     bool IsSourceSafeAvailable() const;
-    // Asks what becomes of contents nodes that point to the topic, and takes the see-also links to it away. Removes
-    // nothing itself. `noPrompt` only comes back.
+    // Asks what becomes of contents nodes that point to the topic, and takes the see-also links to it away.
+    // Removes nothing itself. `noPrompt` only comes back.
     void BeforeDeleteTopic(const Ref<Topic>& topic, bool& cancel, bool& noPrompt) const;
     bool IsCodemarkInstalled() const;
 };

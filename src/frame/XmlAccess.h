@@ -23,8 +23,8 @@ inline int requiredInteger(const Ref<XMLElement>& e, std::string_view name) {
                   [&] { return integerOf(required(e, name)); });
 }
 
-// Hands the value of an attribute on where it is there; a failure of what is done with it is passed over too, so
-// that older files load.
+// Hands the value of an attribute on where it is there; a failure of what is done with it is passed over too,
+// so that older files load.
 template <class Use>
 void optionalAttribute(const Ref<XMLElement>& e, std::string_view name, Use&& use) {
     if (auto value = e->Find(name)) ignoringFailures([&] { use(*std::move(value)); });

@@ -18,7 +18,8 @@ constexpr std::string_view kDefine = "#define ";
 double prefixed(std::string_view digits, int base) {
     std::uint64_t number = 0;
     const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
-    if (error == std::errc::result_out_of_range) throw AutomationError("Overflow: the number does not fit 32 bits");
+    if (error == std::errc::result_out_of_range)
+        throw AutomationError("Overflow: the number does not fit 32 bits");
     const auto bits = base == 16 ? 4 * (stop - digits.data()) : 3 * (stop - digits.data());
     if (number <= 0xFFFF && bits <= 18) return static_cast<std::int16_t>(number);
     if (number <= 0xFFFFFFFF) return static_cast<std::int32_t>(number);

@@ -17,7 +17,8 @@ ClassInfo describeHeaderIds() {
         .read("Item", &T::Item, {"Index"}, "The item; none where there is none.")
         .isDefault()
         .method("Exists", &T::Exists, {"Index"}, kIndex)
-        .read("Count", [](T& list) { return list.Count(); }, "Number of items.")
+        .read(
+            "Count", [](T& list) { return list.Count(); }, "Number of items.")
         .method("Clear", &T::Clear, "Removes all items.")
         .method("Add", &T::Add, {{"Name", ""}, {"Value", 0}, {"Comment", ""}, {"Before", ""}, {"After", ""}},
                 "Makes an item, at the end unless Before or After is there, and gives it.")

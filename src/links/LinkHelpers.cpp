@@ -34,7 +34,8 @@ std::string windowsCharacter(unsigned char code) {
                                          0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
     const char16_t point = code >= 0x80 && code < 0xA0 ? kHigh[code - 0x80] : code;
     if (point < 0x80) return {static_cast<char>(point)};
-    if (point < 0x800) return {static_cast<char>(0xC0 | (point >> 6)), static_cast<char>(0x80 | (point & 0x3F))};
+    if (point < 0x800)
+        return {static_cast<char>(0xC0 | (point >> 6)), static_cast<char>(0x80 | (point & 0x3F))};
     return {static_cast<char>(0xE0 | (point >> 12)), static_cast<char>(0x80 | ((point >> 6) & 0x3F)),
             static_cast<char>(0x80 | (point & 0x3F))};
 }

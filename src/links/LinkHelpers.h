@@ -6,9 +6,11 @@
 
 namespace quillbox {
 
-// The normal form of a link: without the mark of a document that has no base, and with percent escapes decoded.
+// The normal form of a link: without the mark of a document that has no base, and with percent escapes
+// decoded.
 std::string GetLinkText(const std::string& source);
-// Decodes percent escapes, each search from the beginning again, so that "%25" is decoded twice. It is meant so.
+// Decodes percent escapes, each search from the beginning again, so that "%25" is decoded twice. It is meant
+// so.
 std::string RemoveEntities(std::string source);
 // Whether a document has an anchor of that name.
 bool IsAnchorValid(const Ref<HTMLDocument>& document, const std::string& name);

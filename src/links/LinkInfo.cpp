@@ -45,7 +45,8 @@ void LinkInfo::SplitURL(const std::string& source, std::string& url, std::string
                         std::string& queryString) const {
     const auto splitAt = [&](char sign, std::string& rest) {
         const auto place = source.find(sign);
-        if (place == std::string::npos) throw AutomationError("Invalid argument: there is no '?' in '" + source + "'");
+        if (place == std::string::npos)
+            throw AutomationError("Invalid argument: there is no '?' in '" + source + "'");
         url = trimBlanks(std::string_view(source).substr(0, place));
         rest = trimBlanks(std::string_view(source).substr(place + 1));
     };
@@ -73,7 +74,8 @@ void LinkInfo::Verify(bool verifyExternalLinks) {
 
 // True where the link leads to a topic, or to the glossary.
 bool LinkInfo::verifyTopic(const std::string& url, const std::string& bookmark) {
-    if (LinkType != ltHyperlink || !endsWithText(url, kPage) || url.find_first_of("\\/") != std::string::npos) return false;
+    if (LinkType != ltHyperlink || !endsWithText(url, kPage) || url.find_first_of("\\/") != std::string::npos)
+        return false;
     const auto name = url.substr(0, url.size() - kPage.size());
     if (sameText(name, "glossary")) {
         LinkStatus = lsOK;

@@ -26,9 +26,10 @@ class LinkInfo : public Object {
     std::string LinkCaption;
 
     void Load(const Ref<quillbox::Topic>& topic, const Ref<IHTMLElement>& element, bool verify = true);
-    // Parts that are not found keep what was passed. Whether a query string is looked for goes by this link's own
-    // text and not by `source`: it is meant so.
-    void SplitURL(const std::string& source, std::string& url, std::string& bookmark, std::string& queryString) const;
+    // Parts that are not found keep what was passed. Whether a query string is looked for goes by this link's
+    // own text and not by `source`: it is meant so.
+    void SplitURL(const std::string& source, std::string& url, std::string& bookmark,
+                  std::string& queryString) const;
     // A status once decided stays, unless the topic test decides anew.
     void Verify(bool verifyExternalLinks = false);
     // Gives every link of the topic with this text a new URL. Images too get it as "href": it is meant so.
@@ -46,7 +47,8 @@ class LinkInfos : public ItemCollection<LinkInfo> {
 
     // Fails for an unknown position or key.
     Ref<LinkInfo> Item(const Value& key) const { return mCol.At(key); }
-    void Add(const Ref<LinkInfo>& item, const Value& key = {}, const Value& before = {}, const Value& after = {}) {
+    void Add(const Ref<LinkInfo>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {}) {
         mCol.Add(item, key, before, after);
     }
     void Remove(const Value& key) { mCol.Remove(key); }

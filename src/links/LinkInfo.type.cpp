@@ -15,11 +15,13 @@ ClassInfo describeLinkInfo() {
         .field("LinkStatus", &T::LinkStatus, "Currently determined status.")
         .field("LinkType", &T::LinkType, "Hyperlink or image reference.")
         .field("LinkText", &T::LinkText, "The normal form of the URL.")
-        .method("Load", &T::Load, {"theTopic", "Element", {"DoVerify", true}}, "Fills the object from an HTML element.")
+        .method("Load", &T::Load, {"theTopic", "Element", {"DoVerify", true}},
+                "Fills the object from an HTML element.")
         .method("SplitURL", &T::SplitURL, {"Source", "URL", "Bookmark", "QueryString"},
                 "Splits a URL; the last three come back. Parts that are not found keep what was passed.")
         .method("Verify", &T::Verify, {{"VerifyExternalLinks", false}}, "Sets the status.")
-        .method("ChangeLinkText", &T::ChangeLinkText, {"NewURL"}, "Updates the link in the parent topic's body.")
+        .method("ChangeLinkText", &T::ChangeLinkText, {"NewURL"},
+                "Updates the link in the parent topic's body.")
         .field("LinkCaption", &T::LinkCaption, "The link's inner HTML; empty for an image.")
         .done();
 }
@@ -27,7 +29,8 @@ ClassInfo describeLinkInfo() {
 ClassInfo describeLinkInfos() {
     Describe<LinkInfos> d("LinkInfos", "The links that could not be proved good.");
     d.creatable();
-    return collectionMembers(d, "The link at a position or key; fails for an unknown one.", &LinkInfos::Add).done();
+    return collectionMembers(d, "The link at a position or key; fails for an unknown one.", &LinkInfos::Add)
+        .done();
 }
 
 }  // namespace quillbox

@@ -31,7 +31,8 @@ Ref<LinkInfos> Topic::GetSuspectLinks(const Ref<LinkInfos>& addToCollection, Ref
 
 Ref<LinkInfos> QbProject::GetSuspectLinks() {
     auto links = make<LinkInfos>();
-    // Only the first topic is seen in a document with a base: the topic scan does not hand it back. It is meant so.
+    // Only the first topic is seen in a document with a base: the topic scan does not hand it back. It is
+    // meant so.
     auto document = NewDOM("<html><body></body></html>");
     const int count = Topics->Count();
     for (int index = 1; index <= count; ++index) {

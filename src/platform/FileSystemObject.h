@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "base/Object.h"
 #include "base/Date.h"
 #include "base/NameTable.h"
+#include "base/Object.h"
 
 namespace quillbox {
 
@@ -34,7 +34,8 @@ class FileSystemObject : public Object {
     // Points the next three members at a directory.
     virtual void SetDirectory(const std::string& path) = 0;
     virtual bool DirectoryExists() const = 0;
-    // Makes the directory given to `SetDirectory`, or the path's own, with its parents; one that is there is fine.
+    // Makes the directory given to `SetDirectory`, or the path's own, with its parents; one that is there is
+    // fine.
     virtual void CreateDirectory() = 0;
     // The files of the directory that match a pattern such as "*.qbp" (case ignored), sorted by name.
     virtual std::vector<Ref<FileSystemObject>> ListFiles(const std::string& pattern) const = 0;
@@ -53,8 +54,8 @@ class FileSystemObject : public Object {
     // Zero for a file that is not there.
     virtual Date ModifiedOn() const = 0;
 
-    // Reading a missing file opens as empty. Writing fails at once on a read-only file and on a folder that is
-    // not there. With lock 1 what is written replaces the old file at `Close` in one step; with lock 3 the
+    // Reading a missing file opens as empty. Writing fails at once on a read-only file and on a folder that
+    // is not there. With lock 1 what is written replaces the old file at `Close` in one step; with lock 3 the
     // file is emptied at `Open` and other writers are kept out until `Close`.
     virtual void Open(const OpenMode& mode) = 0;
     // The whole text as UTF-8, decoded by its mark, its XML declaration, as UTF-8, else as windows-1252.

@@ -15,8 +15,8 @@ class IHTMLElement : public Object {
     virtual std::string tagName() const = 0;
     // The class attribute; empty where there is none.
     virtual std::string className() const = 0;
-    // Fails for an absent attribute. A relative `href` or `src` comes back resolved against the document's base,
-    // or behind "about:blank" where there is no base.
+    // Fails for an absent attribute. A relative `href` or `src` comes back resolved against the document's
+    // base, or behind "about:blank" where there is no base.
     virtual std::string getAttribute(const std::string& name) const = 0;
     virtual void setAttribute(const std::string& name, const std::string& value) = 0;
 

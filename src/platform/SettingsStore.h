@@ -13,7 +13,8 @@ class SettingsStore {
     virtual ~SettingsStore() = default;
     // Empty for an absent value. Each read looks afresh.
     virtual std::string Read(Hive hive, const std::string& key, const std::string& valueName) = 0;
-    virtual void Write(Hive hive, const std::string& key, const std::string& valueName, const std::string& value) = 0;
+    virtual void Write(Hive hive, const std::string& key, const std::string& valueName,
+                       const std::string& value) = 0;
     // A value that is not there is fine.
     virtual void Delete(Hive hive, const std::string& key, const std::string& valueName) = 0;
 };

@@ -56,7 +56,8 @@ class VSSDatabase : public Object {
     static constexpr std::string_view kClassName = "VSSDatabase";
     std::string_view ClassName() const override { return kClassName; }
     // An empty ini means the default database.
-    virtual void Open(const std::string& srcSafeIni, const std::string& user, const std::string& password) = 0;
+    virtual void Open(const std::string& srcSafeIni, const std::string& user,
+                      const std::string& password) = 0;
     // Fails for an unknown spec.
     virtual Ref<quillbox::VSSItem> VSSItem(const std::string& spec, bool deleted) = 0;
 };

@@ -7,7 +7,8 @@ namespace quillbox {
 class WebRequest {
   public:
     virtual ~WebRequest() = default;
-    // Fetches an http or https address. The result is what went wrong, for a person to read; empty after success.
+    // Fetches an http or https address. The result is what went wrong, for a person to read; empty after
+    // success.
     virtual std::string Fetch(const std::string& url) = 0;
 };
 

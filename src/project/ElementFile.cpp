@@ -34,7 +34,7 @@ bool ElementFile::Save(const Ref<XMLElement>& given, bool dirty, const std::func
     at(mPath, [&] { requirePlainName(); });
     const auto file = newFile(mPath);
     const bool there = file->Exists();
-    if (there && !dirty) return false;
+    if (there && !dirty && !mProject.IsConverting()) return false;
     const auto document = platform().xml->NewDocument();
     document->RootElement()->SetName(mRootName);
     fill(document->RootElement());

@@ -9,21 +9,21 @@ namespace quillbox {
 
 class QbProject;
 
-// The file that a topic or a collection has to itself in a separate-files project: when it is read, when it is
-// left alone and when it is written.
+// The file that a topic or a collection has to itself in a separate-files project: when it is read, when it
+// is left alone and when it is written.
 class ElementFile {
   public:
     // A name that is no plain file name fails when the file is to be opened.
     ElementFile(const QbProject& project, const std::string& folder, std::string name, std::string rootName)
         : mProject(project), mPath(folder + name), mName(std::move(name)), mRootName(std::move(rootName)) {}
 
-    // The element to load from: the one given in a single-file project, else the root of the file. A missing file
-    // gives an empty element.
+    // The element to load from: the one given in a single-file project, else the root of the file. A missing
+    // file gives an empty element.
     Ref<XMLElement> Source(const Ref<XMLElement>& given) const;
 
-    // Lets `fill` write the content into the element given, or in a separate-files project into a document that goes
-    // to the file. The file is left alone while it is there and nothing changed, or while the element is under
-    // source control and not checked out. False where nothing was built.
+    // Lets `fill` write the content into the element given, or in a separate-files project into a document
+    // that goes to the file. The file is left alone while it is there and nothing changed, or while the
+    // element is under source control and not checked out. False where nothing was built.
     bool Save(const Ref<XMLElement>& given, bool dirty, const std::function<bool()>& isCheckedOut,
               const std::function<void(const Ref<XMLElement>&)>& fill) const;
 

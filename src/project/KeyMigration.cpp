@@ -35,10 +35,12 @@ void migrateOldKeys(QbProject& project) {
         if (const auto topic = node->Topic()) node->SetTopicID(renewed(topic->Key));
     }
     for (const auto& manifest : project.Manifests()->Items()) {
-        for (const auto& entry : manifest->Entries()->AllEntries()->Items()) entry->RenewTopicID(renewed(entry->TopicID()));
+        for (const auto& entry : manifest->Entries()->AllEntries()->Items())
+            entry->RenewTopicID(renewed(entry->TopicID()));
     }
     for (const auto& topic : topics) {
-        for (const auto& related : topic->RelatedTopics()->Items()) related->ChildTopicKey = renewed(related->ChildTopicKey);
+        for (const auto& related : topic->RelatedTopics()->Items())
+            related->ChildTopicKey = renewed(related->ChildTopicKey);
     }
     for (const auto& topic : topics) topic->Key = renewed(topic->Key);
 

@@ -30,7 +30,9 @@ std::vector<Number> numbersOf(const std::string& text) {
     return numbers;
 }
 
-bool contains(const std::string& text, const char* word) { return lower(text).find(word) != std::string::npos; }
+bool contains(const std::string& text, const char* word) {
+    return lower(text).find(word) != std::string::npos;
+}
 
 }  // namespace
 

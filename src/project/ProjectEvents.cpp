@@ -66,7 +66,8 @@ void QbProject::FireTopicRelatedTopicsChanged(const Ref<Topic>& topic) {
 }
 
 void QbProject::FireTopicRelatedTopicChanged(const Ref<Topic>& topic, const Ref<RelatedTopic>& related) {
-    raiseUnless(Topics->PauseEvents || (topic && topic->PauseEvents()), TopicRelatedTopicChanged, topic, related);
+    raiseUnless(Topics->PauseEvents || (topic && topic->PauseEvents()), TopicRelatedTopicChanged, topic,
+                related);
     SSActivated() ? SetTopicsDirty(true) : SetDirty(true);
 }
 

@@ -12,6 +12,7 @@ void QbProject::Load(const std::string& source) {
     document->Parse(source);
     mLoading = true;
     ProjectReader(*this).Read(document->RootElement());
+    mTypeOnDisk = ProjectType();
     mLoading = true;  // a migration of old keys loads once more
     SetDirty(false);
     SetTopicsDirty(false);

@@ -44,6 +44,7 @@ bool QbProject::SaveToDisk(bool checkForNewOrDeletedSSItems) {
     // The file is empty by now; if this fails, the backup is the way back.
     Filename->Write(Save());
     Filename->Close();
+    mTypeOnDisk = ProjectType();
     SetDirty(false);
     if (checkForNewOrDeletedSSItems && SSActivated()) saveDeletions();
     return true;

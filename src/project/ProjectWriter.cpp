@@ -62,7 +62,8 @@ void ProjectWriter::Check() {
     const auto root = makeTextCheck();
     const auto check = [&](const std::string& what, auto&& write) { inside([&] { return what; }, write); };
     check("Project settings", [&] { writeSettings(root); });
-    check("Word list", [&] { root->AddChild("SpellIgnoreAllWordList", join(p.SpellIgnoreAllWordList->Texts(), "|")); });
+    check("Word list",
+          [&] { root->AddChild("SpellIgnoreAllWordList", join(p.SpellIgnoreAllWordList->Texts(), "|")); });
     for (const auto& category : p.TopicCategories->Items()) {
         check("Category '" + category->Name() + "'", [&] { category->Save(root->AddChild("cat", "")); });
     }
@@ -70,7 +71,7 @@ void ProjectWriter::Check() {
     for (const auto& file : p.OtherFiles->Items()) {
         check("File '" + file->LocalSpec() + "'", [&] { file->WriteContent(root->AddChild("file", "")); });
     }
-    const bool separate = p.ProjectType() == ProjectTypeSeparateFiles;
+    const bool separate = p.ProjectType() == ProjectTypeSeparateFiles && !p.IsConverting();
     for (const auto& topic : p.Topics->Items()) {
         if (separate && !topic->Dirty() && !topic->NewTopicFlag) continue;
         check("Topic '" + topic->Name() + "'", [&] { topic->WriteContent(root->AddChild("Topic", "")); });

@@ -11,10 +11,11 @@ class ProjectWriter {
   public:
     explicit ProjectWriter(QbProject& project) : mProject(project) {}
 
-    // As the file is saved: in a separate-files project topics and collections write their own files on the way.
+    // As the file is saved: in a separate-files project topics and collections write their own files on the
+    // way.
     void Write(const Ref<XMLElement>& root);
-    // Goes over everything that a save would write and fails at the first text that XML cannot hold, naming the
-    // item. Changes nothing.
+    // Goes over everything that a save would write and fails at the first text that XML cannot hold, naming
+    // the item. Changes nothing.
     void Check();
 
   private:

@@ -50,14 +50,16 @@ Ref<quillbox::GlossaryItems> QbProject::GlossaryItems() {
 Ref<quillbox::HeaderIds> QbProject::HeaderIds() const {
     if (mHelpContextIDHeaderFile.empty()) return {};
     auto ids = make<quillbox::HeaderIds>();
-    ids->Load(mHelpContextIDHeaderFile);
+    ids->Load(FullPathOf(mHelpContextIDHeaderFile));
     return ids;
 }
 
 // Falls back to `Name`, which gives the same text: a project has no name of its own. It is meant so.
 std::string QbProject::Title() const { return mTitle.empty() ? Name() : mTitle; }
 
-CompileTypeEnum QbProject::CompileType() const { return mCompileType < CompileHTMLHelp1 ? CompileHTMLHelp1 : mCompileType; }
+CompileTypeEnum QbProject::CompileType() const {
+    return mCompileType < CompileHTMLHelp1 ? CompileHTMLHelp1 : mCompileType;
+}
 
 void QbProject::SetCompileType(CompileTypeEnum v) {
     mCompileType = v;
@@ -75,13 +77,22 @@ void QbProject::SetTemplateName(const std::string& v) {
     if (!Topics->PauseEvents) TopicTemplateChanged(v);
 }
 
-ProjectTypeEnum QbProject::ProjectType() const { return SSActivated() ? ProjectTypeSeparateFiles : mProjectType; }
+ProjectTypeEnum QbProject::ProjectType() const {
+    return SSActivated() ? ProjectTypeSeparateFiles : mProjectType;
+}
 
 void QbProject::SetProjectType(ProjectTypeEnum v) {
     if (v != mProjectType) {
         for (const auto& topic : Topics->Items()) topic->ResetReadOnlyCache();
     }
     store(mProjectType, v);
+}
+
+std::string QbProject::FullPathOf(const std::string& path) const {
+    const auto file = platform().files->NewFileSystemObject();
+    file->SetRelativeTo(Filename);
+    file->SetPath(path);
+    return file->FullPath();
 }
 
 void QbProject::notice() {

@@ -37,8 +37,8 @@ class TopicCategory;
 class Topics;
 class TopicSection;
 
-// One help project in memory. Owns every collection of content, carries the settings of the project, and is the
-// hub through which each change of an item reaches the caller as an event.
+// One help project in memory. Owns every collection of content, carries the settings of the project, and is
+// the hub through which each change of an item reaches the caller as an event.
 class QbProject : public Object, public CheckedElement {
   public:
     static constexpr std::string_view kClassName = "QbProject";
@@ -88,6 +88,8 @@ class QbProject : public Object, public CheckedElement {
     ProjectTypeEnum ProjectType() const;
     void SetProjectType(ProjectTypeEnum v);
     std::string QualifiedName() const { return Filename->FullPath(); }
+    // A path among the settings; a relative one counts from the project's folder.
+    std::string FullPathOf(const std::string& path) const;
 
     // State.
     bool PauseEvents() const;
@@ -125,8 +127,8 @@ class QbProject : public Object, public CheckedElement {
     Event<const std::string&> SourceSafeProgress;
     Event<const std::string&> LoadProgress;
 
-    // What items and collections tell the project. Each raises its event unless it is paused, and marks what has
-    // to be saved in any case.
+    // What items and collections tell the project. Each raises its event unless it is paused, and marks what
+    // has to be saved in any case.
     void FireTopicAdded(const Ref<Topic>& topic);
     void FireTopicRemoved(const Ref<Topic>& topic);
     void FireTopicChanged(const Ref<Topic>& topic);
@@ -150,7 +152,9 @@ class QbProject : public Object, public CheckedElement {
     Value FireManifestEntryChanged(const Ref<Manifest>& manifest, const Ref<ManifestEntry>& entry);
     void FireTopicCheckoutStatusChanged(const Ref<Topic>& topic) { TopicCheckoutStatusChanged(topic); }
     void FireOtherFileCheckoutStatusChanged(const Ref<OtherFile>& f) { OtherFileCheckoutStatusChanged(f); }
-    void FireProjectElementCheckOutStatusChanged(ProjectElementTypeEnum e) { ProjectElementCheckOutStatusChanged(e); }
+    void FireProjectElementCheckOutStatusChanged(ProjectElementTypeEnum e) {
+        ProjectElementCheckOutStatusChanged(e);
+    }
     void FireDirtyStateChanged();
 
     // New items; the caller adds them to their collection.
@@ -170,6 +174,9 @@ class QbProject : public Object, public CheckedElement {
     std::string Save();
     void LoadFromFile(const std::string& filename);
     bool SaveToDisk(bool checkForNewOrDeletedSSItems = true);
+    // True while the files on disk are those of the other project type: what lies there says nothing then
+    // about what is still to be written.
+    bool IsConverting() const { return mTypeOnDisk != ProjectType(); }
 
     // Links and HTML.
     Ref<LinkInfos> GetSuspectLinks();
@@ -177,8 +184,8 @@ class QbProject : public Object, public CheckedElement {
     Ref<HTMLDocument> NewDOM(const std::string& bodyHTML) const;
 
     // Building.
-    Ref<BuildResult> Build(Ref<Document>& passedDoc, const std::string& compilerFileName, bool buildRelatedCMP,
-                           bool compile, bool cleanupAfterBuild);
+    Ref<BuildResult> Build(Ref<Document>& passedDoc, const std::string& compilerFileName,
+                           bool buildRelatedCMP, bool compile, bool cleanupAfterBuild);
     Ref<BuildResult> BuildBooklets(Ref<Document>& passedDoc);
     std::string DefaultTopicLayout() const;
     Ref<PageTemplate> Template() const;
@@ -243,9 +250,11 @@ class QbProject : public Object, public CheckedElement {
     sigc::connection mNodesConnections[2];
     Ref<quillbox::Manifests> mManifests;
     Ref<quillbox::GlossaryItems> mGlossaryItems;
-    std::string mHelpContextIDHeaderFile, mOutputFileName, mTitle, mHelp2Namespace, mHelp2FileID, mCMPFileName;
+    std::string mHelpContextIDHeaderFile, mOutputFileName, mTitle, mHelp2Namespace, mHelp2FileID,
+        mCMPFileName;
     CompileTypeEnum mCompileType = CompileNone;
     ProjectTypeEnum mProjectType = ProjectTypeSingleFile;
+    ProjectTypeEnum mTypeOnDisk = ProjectTypeSingleFile;
     bool mDirty = false;
     bool mTopicsDirty = false;
     bool mLoading = false;

@@ -1,7 +1,7 @@
 #include "project/TextCheck.h"
 
 #include "base/AutomationError.h"
-#include "base/Text.h"
+#include "base/Utf8.h"
 
 namespace quillbox {
 
@@ -28,8 +28,9 @@ class TextCheck : public XMLElement {
 
   private:
     void check(const std::string& text, const std::string& where) const {
-        if (isXmlText(text)) return;
-        throw AutomationError("element '" + mName + "': " + where + " holds a character that a file cannot hold");
+        if (findNonXml(text) == std::string_view::npos) return;
+        throw AutomationError("element '" + mName + "': " + where +
+                              " holds a character that a file cannot hold");
     }
 
     std::string mName;

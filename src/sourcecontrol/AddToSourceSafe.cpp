@@ -74,7 +74,8 @@ class Import {
         return folder ? folder->NewSubproject(name, kCreateComment) : nullptr;
     }
 
-    void addCollection(const CheckedElement& element, const Ref<VSSItem>& folder, const std::string& caption) {
+    void addCollection(const CheckedElement& element, const Ref<VSSItem>& folder,
+                       const std::string& caption) {
         if (mProject.DoesSSItemExist(element.SSSpec())) return;
         mProject.SourceSafeProgress(caption);
         folder->Add(element.LocalSpec(), kAddComment, VSSFLAG_KEEPYES);
@@ -96,7 +97,8 @@ class Import {
                 platform().messages->Show(
                     "The file '" + full +
                         "' is not in a sub-directory of the project file directory and so cannot be added to "
-                        "SourceSafe.  This file will be removed from the project in order to continue adding to "
+                        "SourceSafe.  This file will be removed from the project in order to continue adding "
+                        "to "
                         "SourceSafe.  Move the file to a sub-directory and then add back to the project.",
                     "SourceSafe", MessageButtons::bsOK, MessageIcon::biExclamation);
                 mProject.OtherFiles->Remove(full);

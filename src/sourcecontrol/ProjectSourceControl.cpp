@@ -53,7 +53,8 @@ bool QbProject::IsGlossaryInSourceSafe() { return DoesSSItemExist(GlossaryItems(
 bool QbProject::IsTOCInSourceSafe() const { return DoesSSItemExist(mQbNodes->SSSpec()); }
 bool QbProject::IsManifestsInSourceSafe() const { return DoesSSItemExist(mManifests->SSSpec()); }
 
-CheckOutStatusEnum QbProject::GetCheckOutStatus(const std::string& spec, const std::string& checkOutPath) const {
+CheckOutStatusEnum QbProject::GetCheckOutStatus(const std::string& spec,
+                                                const std::string& checkOutPath) const {
     const auto item = VSSItem(spec);
     if (!item) return StatusCheckedIn;
     const int status = item->IsCheckedOut();
@@ -61,7 +62,7 @@ CheckOutStatusEnum QbProject::GetCheckOutStatus(const std::string& spec, const s
     if (status != VSSFILE_CHECKEDOUT_ME) return StatusCheckedOutToOtherUser;
     const auto folder = replaceAll(item->Checkouts()->Item(1)->LocalSpec() + "/", "\\", "/");
     return sameText(folder, replaceAll(checkOutPath, "\\", "/")) ? StatusCheckedOutToCurrentUser
-                                                                : StatusCheckedOutWrongDirectory;
+                                                                 : StatusCheckedOutWrongDirectory;
 }
 
 const ElementTraits& QbProject::traits() const {

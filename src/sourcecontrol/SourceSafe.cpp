@@ -50,7 +50,8 @@ void resetSourceSafe() { available().reset(); }
 std::string SSDatabase() {
     auto location = userSetting("SSDatabase");
     if (location.empty()) {
-        location = platform().settings->Read(Hive::LocalMachine, "Software\\Microsoft\\SourceSafe", "Current Database");
+        location = platform().settings->Read(Hive::LocalMachine, "Software\\Microsoft\\SourceSafe",
+                                             "Current Database");
     }
     const auto file = newFile(location);
     if (location.empty() || !file->Exists() || lower(file->Extension()) == "ini") return location;
@@ -82,8 +83,9 @@ bool checkOutItem(QbProject& project, const Ref<VSSItem>& item, const std::strin
 bool checkInItem(const Ref<VSSItem>& item, const std::string& localSpec, const std::string& comment,
                  bool keepCheckedOut) {
     if (!IsSourceSafeAvailable() || !item || item->IsCheckedOut() != VSSFILE_CHECKEDOUT_ME) return false;
-    return guarded(item, "Check In",
-                   [&] { item->Checkin(comment, localSpec, keepCheckedOut ? VSSFLAG_KEEPYES : VSSFLAG_KEEPNO); });
+    return guarded(item, "Check In", [&] {
+        item->Checkin(comment, localSpec, keepCheckedOut ? VSSFLAG_KEEPYES : VSSFLAG_KEEPNO);
+    });
 }
 
 bool getLatestItem(const Ref<VSSItem>& item, const std::string& localSpec) {

@@ -42,7 +42,8 @@ void RelatedTopic::Save(const Ref<XMLElement>& e) const {
     e->AddAttribute("URL", mURL);
 }
 
-void RelatedTopics::Add(const Ref<RelatedTopic>& item, const Value& key, const Value& before, const Value& after) {
+void RelatedTopics::Add(const Ref<RelatedTopic>& item, const Value& key, const Value& before,
+                        const Value& after) {
     mCol.Add(item, key, before, after);
     ItemAdded(item);
 }

@@ -58,7 +58,8 @@ class RelatedTopics : public ItemCollection<RelatedTopic> {
     void SetTopic(const Ref<quillbox::Topic>& topic) { mTopic.Set(topic); }
     // Fails for an unknown position.
     Ref<RelatedTopic> Item(const Value& key) const { return mCol.At(key); }
-    void Add(const Ref<RelatedTopic>& item, const Value& key = {}, const Value& before = {}, const Value& after = {});
+    void Add(const Ref<RelatedTopic>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {});
     void Remove(const Value& key);
 
   private:

@@ -16,10 +16,12 @@ ClassInfo describeRelatedTopic() {
         .property("RelatedTopicType", &T::RelatedTopicType, &T::SetRelatedTopicType, "The kind of link.")
         .property("Title", &T::Title, &T::SetTitle, "Title of the related topic.")
         .property("Category", &T::Category, &T::SetCategory,
-                  "Descriptive category name; links with the same name are grouped together in the generated topic.")
+                  "Descriptive category name; links with the same name are grouped together in the generated "
+                  "topic.")
         .property("ParentTopic", &T::ParentTopic, &T::SetParentTopic, "The topic that has the link.")
         .read("ChildTopic", &T::ChildTopic,
-              "The topic that the link points to; none for an unknown key. Fails without a parent topic in a project.");
+              "The topic that the link points to; none for an unknown key. Fails without a parent topic in a "
+              "project.");
     loadMember(d);
     return saveMember(d).done();
 }

@@ -19,7 +19,8 @@ namespace quillbox {
 class LinkInfos;
 class TopicCategory;
 
-// One help page of a project: what it is called, its named sections, its keywords, stylesheets and see-also links.
+// One help page of a project: what it is called, its named sections, its keywords, stylesheets and see-also
+// links.
 class Topic : public Object, public CheckedElement {
   public:
     static constexpr std::string_view kClassName = "Topic";

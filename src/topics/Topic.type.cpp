@@ -20,13 +20,16 @@ ClassInfo describeTopic() {
     d.creatable()
         .field("NewTopicFlag", &T::NewTopicFlag, "True until the topic has been loaded or saved.")
         .field("Keywords", &T::Keywords, "Collection of keywords associated with this topic.")
-        .field("Key", &T::Key, "Key for this topic, unique within the QbProject and un-changing after topic creation.")
+        .field("Key", &T::Key,
+               "Key for this topic, unique within the QbProject and un-changing after topic creation.")
         .field("TopicSections", &T::TopicSections,
                "Collection of named TopicSections objects, containing the actual content of this topic.")
         .field("RuntimeEntryNumber", &T::RuntimeEntryNumber,
                "*** Used internally by Quillbox to track booklet numbering ***")
-        .field("RuntimePageNumberStart", &T::RuntimePageNumberStart, "First page in the booklet that was built last.")
-        .field("RuntimePageNumberEnd", &T::RuntimePageNumberEnd, "Last page in the booklet that was built last.")
+        .field("RuntimePageNumberStart", &T::RuntimePageNumberStart,
+               "First page in the booklet that was built last.")
+        .field("RuntimePageNumberEnd", &T::RuntimePageNumberEnd,
+               "Last page in the booklet that was built last.")
         .property("HelpContextIDs", &T::HelpContextIDs, &T::SetHelpContextIDs,
                   "Comma delimited help context identifiers (HTML Help 1.x only).")
         .property("IncludeInHelpFile", &T::IncludeInHelpFile, &T::SetIncludeInHelpFile,
@@ -36,16 +39,19 @@ ClassInfo describeTopic() {
         .property("AllStylesheets", &T::AllStylesheets, &T::SetAllStylesheets,
                   "True if the topic uses all the project's stylesheets; setting it throws a selection away.")
         .read("StyleSheets", &T::StyleSheets, "The stylesheets selected for this topic.")
-        .property("LayoutName", &T::LayoutName, &T::SetLayoutName, "Layout; empty means the template's default layout.")
+        .property("LayoutName", &T::LayoutName, &T::SetLayoutName,
+                  "Layout; empty means the template's default layout.")
         .property("Dirty", &T::Dirty, &T::SetDirty, "Changed since last saved.")
         .property("Notes", &T::Notes, &T::SetNotes, "Free text notes.")
         .property("ModifiedOn", &T::ModifiedOn, &T::SetModifiedOn, "When the topic was last modified.")
         .property("CreatedOn", &T::CreatedOn, &T::SetCreatedOn, "When the topic was created.")
         .property("Status", &T::Status, &T::SetStatus, "Name of a TopicStatus, or any other text.")
         .property("PauseEvents", &T::PauseEvents, &T::SetPauseEvents,
-                  "Set to True, to prevent this topic from firing change notice events.  Use this property to prevent "
+                  "Set to True, to prevent this topic from firing change notice events.  Use this property "
+                  "to prevent "
                   "frequent UI updates during large updates.")
-        .property("TopicCategory", &T::TopicCategory, &T::SetTopicCategory, "The category; none where none is set.")
+        .property("TopicCategory", &T::TopicCategory, &T::SetTopicCategory,
+                  "The category; none where none is set.")
         .property("IsDefault", &T::IsDefault, &T::SetIsDefault, "This is the project's default topic.")
         .property("ContentsTitle", &T::ContentsTitle, &T::SetContentsTitle,
                   "Title in the table of contents; the title where none is set.")
@@ -70,15 +76,20 @@ ClassInfo describeTopic() {
                 "Tells the project of a change of a see-also link.")
         .method("FireTopicSectionChanged", &T::FireTopicSectionChanged, {"TopicSection"},
                 "Tells the project of a change of a section.")
-        .method("AddStyleSheet", &T::AddStyleSheet, {"Filename"}, "Selects a stylesheet; fails for one that is selected.")
-        .method("RemoveStyleSheet", &T::RemoveStyleSheet, {"Filename"}, "Takes a stylesheet out of the selection.")
-        .method("IncludeStylesheet", &T::IncludeStylesheet, {"RelativeFileName"}, "True if the topic uses the stylesheet.");
+        .method("AddStyleSheet", &T::AddStyleSheet, {"Filename"},
+                "Selects a stylesheet; fails for one that is selected.")
+        .method("RemoveStyleSheet", &T::RemoveStyleSheet, {"Filename"},
+                "Takes a stylesheet out of the selection.")
+        .method("IncludeStylesheet", &T::IncludeStylesheet, {"RelativeFileName"},
+                "True if the topic uses the stylesheet.");
     constexpr const char* comment = "Checked Out by Quillbox";
     checkedMembers<bool>(
         d, {"LocalSpec", "SSSpec", "CheckOutStatus", "CheckOut", "CheckedOutToUser", "ReadOnly"}, comment);
     d.read("CheckedOut", &T::CheckedOut, "True if this topic is checked out here or is new.");
-    checkedMembers<bool>(d, {"GetLatestSSVersion", "CheckIn", "IsDifferent", "UndoCheckout", "IsCheckedOut"}, comment);
-    d.method("AddToSourceSafe", &T::AddToSourceSafe, "Adds the topic's file to source control. Always gives False.")
+    checkedMembers<bool>(d, {"GetLatestSSVersion", "CheckIn", "IsDifferent", "UndoCheckout", "IsCheckedOut"},
+                         comment);
+    d.method("AddToSourceSafe", &T::AddToSourceSafe,
+             "Adds the topic's file to source control. Always gives False.")
         .event("TopicSectionDataChanged", 1, &T::TopicSectionDataChanged, {"TopicSection"})
         .event("TopicStyleSheetAdded", 2, &T::TopicStyleSheetAdded, {"Filename"})
         .event("TopicStyleSheetRemoved", 3, &T::TopicStyleSheetRemoved, {"Filename"})
@@ -91,8 +102,10 @@ ClassInfo describeTopics() {
     Describe<Topics> d("Topics", "The topics of a project in their order.");
     d.creatable()
         .field("PauseEvents", &Topics::PauseEvents, "Set to True to prevent this collection raising events")
-        .property("QbProject", &Topics::QbProject, &Topics::SetQbProject, "A handle to the parent QbProject.");
-    return collectionMembers(d, "The topic at a position or key; none for an unknown one.", &Topics::Add).done();
+        .property("QbProject", &Topics::QbProject, &Topics::SetQbProject,
+                  "A handle to the parent QbProject.");
+    return collectionMembers(d, "The topic at a position or key; none for an unknown one.", &Topics::Add)
+        .done();
 }
 
 ClassInfo describeTopicCategory() {

@@ -61,7 +61,8 @@ void Topic::loadAttributes(const Ref<XMLElement>& e) {
     read("ContentsTitle", [&](const std::string& v) { mContentsTitle = v; });
     if (mContentsTitle == mTitle) mContentsTitle.clear();
     read("IsDefault", [&](const std::string& v) { SetIsDefault(isTrue(v)); });
-    read("Category", [&](const std::string& v) { SetTopicCategory(mQbProject.Need()->TopicCategories->Item(v)); });
+    read("Category",
+         [&](const std::string& v) { SetTopicCategory(mQbProject.Need()->TopicCategories->Item(v)); });
     read("Status", [&](const std::string& v) { SetStatus(v); });
     read("CreatedOn", [&](const std::string& v) { SetCreatedOn(dayOf(v)); });
     read("ModifiedOn", [&](const std::string& v) { SetModifiedOn(dayOf(v)); });
@@ -100,8 +101,10 @@ void Topic::loadChild(const Ref<XMLElement>& child) {
 void Topic::Save(const Ref<XMLElement>& e) {
     const auto project = mQbProject.Need();
     if (e) e->AddAttribute("Key", Key);
-    const bool built = fileOf(*this, *project).Save(
-        e, mDirty, [&] { return IsCheckedOut(); }, [&](const Ref<XMLElement>& root) { WriteContent(root); });
+    const bool built = fileOf(*this, *project)
+                           .Save(
+                               e, mDirty, [&] { return IsCheckedOut(); },
+                               [&](const Ref<XMLElement>& root) { WriteContent(root); });
     if (!built) return;
     NewTopicFlag = false;
     SetDirty(false);

@@ -11,7 +11,8 @@ ClassInfo describeTopicSection() {
     using T = TopicSection;
     return Describe<T>("TopicSection", "One named part of a topic's content.")
         .creatable()
-        .field("Tag", &T::Tag, "Generic tag which can be used to associate arbitrary data with this Topic Section.")
+        .field("Tag", &T::Tag,
+               "Generic tag which can be used to associate arbitrary data with this Topic Section.")
         .property("Topic", &T::Topic, &T::SetTopic, "Handle to the parent Topic.")
         .property("Data", &T::Data, &T::SetData, "Data (normally HTML) associated with this Topic Section.")
         .property("TopicSectionDef", &T::TopicSectionDef, &T::SetTopicSectionDef,

@@ -25,7 +25,8 @@ void Topics::Remove(const Value& key) {
 
 Ref<Topic> Topics::ByName(const std::string& name) const {
     return mNames.Find(
-        name, Topic::Names().Count(), [&] { return Items(); }, [](const Topic& topic) { return topic.Name(); });
+        name, Topic::Names().Count(), [&] { return Items(); },
+        [](const Topic& topic) { return topic.Name(); });
 }
 
 }  // namespace quillbox

@@ -22,7 +22,8 @@ class Topics : public ItemCollection<Topic> {
     void SetQbProject(const Ref<quillbox::QbProject>& project) { mQbProject.Set(project); }
     // None for an unknown key.
     Ref<Topic> Item(const Value& key) const { return find(key); }
-    void Add(const Ref<Topic>& item, const Value& key = {}, const Value& before = {}, const Value& after = {});
+    void Add(const Ref<Topic>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {});
     void Remove(const Value& key);
 
     // The first topic in list order with that name in any case; none where there is no such topic.

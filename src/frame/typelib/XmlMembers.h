@@ -8,13 +8,14 @@ namespace quillbox {
 // The rows "Load" and "Save" of a class that stores itself in an XML element.
 template <class T>
 Describe<T>& loadMember(Describe<T>& describe) {
-    return describe.method("Load", [](T& object, Ref<XMLElement>& e) { object.Load(e); }, {"e"},
-                           "Loads from an XML element. Fails where an attribute that is needed is not there.");
+    return describe.method(
+        "Load", [](T& object, Ref<XMLElement>& e) { object.Load(e); }, {"e"},
+        "Loads from an XML element. Fails where an attribute that is needed is not there.");
 }
 template <class T>
 Describe<T>& saveMember(Describe<T>& describe) {
-    return describe.method("Save", [](T& object, Ref<XMLElement>& e) { object.Save(e); }, {"e"},
-                           "Saves to an XML element.");
+    return describe.method(
+        "Save", [](T& object, Ref<XMLElement>& e) { object.Save(e); }, {"e"}, "Saves to an XML element.");
 }
 
 }  // namespace quillbox

@@ -34,7 +34,8 @@ class NodeDefs : public ItemCollection<NodeDef> {
     static constexpr std::string_view kClassName = "NodeDefs";
     std::string_view ClassName() const override { return kClassName; }
     Ref<NodeDef> Item(const Value& index) const { return mCol.At(index); }
-    void Add(const Ref<NodeDef>& item, const Value& key = {}, const Value& before = {}, const Value& after = {}) {
+    void Add(const Ref<NodeDef>& item, const Value& key = {}, const Value& before = {},
+             const Value& after = {}) {
         mCol.Add(item, key, before, after);
     }
 };

@@ -32,6 +32,10 @@ class Document : public Object {
     std::string OutputPath;
     // Where set, everything is written here in place of OutputPath.
     std::string OutputRoot;
+    // Files below OutputPath that are not the build's own, by relative name. A page, input or support file
+    // that would replace one ends the build before anything is written; what pages refer to among them is not
+    // reported.
+    Ref<Collection> KeptFiles = make<Collection>();
     std::string OutputFileName;
     std::string CompileType;
     std::string Help2Namespace;
@@ -51,7 +55,8 @@ class Document : public Object {
 
     // The file's name is relative to the output folder.
     sigc::signal<void(const std::string&)> ContentCreated;
-    sigc::signal<void(const Ref<TemplatePage>&, const Ref<NamespaceDef>&, const Ref<Object>&, bool& dontGenerate)>
+    sigc::signal<void(const Ref<TemplatePage>&, const Ref<NamespaceDef>&, const Ref<Object>&,
+                      bool& dontGenerate)>
         BeforeOutputNamespacePage;
     // What is being done, and how many of how many pages are written.
     sigc::signal<void(const std::string& caption, int done, int total)> Progress;

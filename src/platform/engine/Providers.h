@@ -57,11 +57,13 @@ class INamespaceProvider {
     virtual void Initialise(const Ref<Document>& document) = 0;
     virtual Ref<Object> GetRootItem(const Ref<NamespaceDef>& def, const std::string& moniker) = 0;
     virtual Ref<Object> GetObjectFromQualifiedName(const std::string& name) = 0;
-    virtual Ref<NamespaceDef> GetNamespaceDefFromObject(const Ref<NamespaceDefs>& defs, const Ref<Object>& item) = 0;
+    virtual Ref<NamespaceDef> GetNamespaceDefFromObject(const Ref<NamespaceDefs>& defs,
+                                                        const Ref<Object>& item) = 0;
     virtual void AddRootItem(const Ref<Object>& rootItem) = 0;
     virtual void StreamContent(const Ref<FileSystemObject>& outputFile, const std::string& contentType) = 0;
     virtual std::string Name() const = 0;
-    virtual void ContentCreated(const Ref<Object>& item, const Ref<NamespaceDef>& def, const std::string& filename) = 0;
+    virtual void ContentCreated(const Ref<Object>& item, const Ref<NamespaceDef>& def,
+                                const std::string& filename) = 0;
     virtual void BeforeProcessRootItem(const Ref<Object>& rootItem) = 0;
     virtual void AfterProcessRootItem(const Ref<Object>& rootItem) = 0;
     virtual void BeforeProcessItem(const Ref<Object>& item, const Ref<Object>& rootItem) = 0;
@@ -91,7 +93,8 @@ class Condition {
   public:
     virtual ~Condition() = default;
     virtual bool IsValid() const = 0;
-    virtual bool Evaluate(const Ref<Object>& item, const Ref<NamespaceDef>& def, const Ref<Document>& document) = 0;
+    virtual bool Evaluate(const Ref<Object>& item, const Ref<NamespaceDef>& def,
+                          const Ref<Document>& document) = 0;
 };
 
 }  // namespace quillbox

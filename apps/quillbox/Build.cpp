@@ -1,0 +1,128 @@
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <sstream>
+
+#include "Commands.h"
+#include "OpenProject.h"
+#include "base/AutomationError.h"
+#include "base/Text.h"
+#include "build/BuildResult.h"
+#include "content/OtherFiles.h"
+#include "frame/Platform.h"
+#include "frame/Root.h"
+
+namespace quillbox::cli {
+
+namespace {
+
+struct Options {
+    std::string project, templateName, output, site;
+    bool noCompile = false, keep = false, related = false;
+};
+
+void chooseTemplate(QbProject& project, const std::string& name) {
+    if (name.empty()) return;
+    std::string known;
+    for (const auto& one : make<Root>()->QuillboxPageTemplates()->Items()) {
+        if (one->Name() == name) {
+            project.SetTemplateName(name);
+            return;
+        }
+        known += (known.empty() ? "" : ", ") + one->Name();
+    }
+    throw AutomationError("There is no template '" + name + "'; installed are: " + known);
+}
+
+// Answers Yes to the question about a folder that the user named, and passes all else on.
+class NamedFolder : public MessageBoxes {
+  public:
+    explicit NamedFolder(std::shared_ptr<MessageBoxes> others) : mOthers(std::move(others)) {}
+    MessageAnswer Show(const std::string& text, const std::string& title, MessageButtons buttons,
+                       MessageIcon icon) override {
+        if (title == "Codemark path does not exist") return MessageAnswer::mbYes;
+        return mOthers->Show(text, title, buttons, icon);
+    }
+
+  private:
+    std::shared_ptr<MessageBoxes> mOthers;
+};
+
+void showProgress(Document& document) {
+    if (!isatty(STDERR_FILENO)) return;
+    document.Progress.connect([](const std::string& caption, int done, int total) {
+        constexpr int kWidth = 30;
+        const int filled = total > 0 ? kWidth * done / total : 0;
+        std::fprintf(stderr, "\r[%.*s%*s] %d of %d %s\033[K", filled, "##############################",
+                     kWidth - filled, "", done, total, caption.c_str());
+        if (done == total) std::fprintf(stderr, "\r\033[K");
+    });
+}
+
+void copyOtherFiles(const QbProject& project, const std::string& folder) {
+    for (const auto& file : project.OtherFiles->Items()) {
+        const auto relative = file->RelativeFileName();
+        if (relative == file->LocalSpec()) {
+            throw AutomationError("The file '" + relative + "' is not below the project's folder");
+        }
+        const auto target = newFile(folder + relative);
+        target->CreateDirectory();
+        newFile(file->LocalSpec())->CopyTo(target->FullPath());
+    }
+}
+
+// The lines of the compiler's log that tell a problem, as "file: message".
+int printProblems(const QbProject& project, const std::string& log) {
+    std::istringstream lines(log);
+    int problems = 0;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("Warning:") == std::string::npos && line.find("Error:") == std::string::npos) continue;
+        std::printf("%s: %s\n", project.Filename->FileName().c_str(), line.c_str());
+        ++problems;
+    }
+    return problems;
+}
+
+int build(const Options& options) {
+    const auto project = openProject(options.project);
+    chooseTemplate(*project, options.templateName);
+    if (!options.output.empty()) {
+        project->SetOutputFileName(fullPath(options.output));
+        platform().messages = std::make_shared<NamedFolder>(platform().messages);
+    }
+    auto document = platform().engine->NewDocument();
+    if (!options.site.empty()) {
+        document->OutputRoot = fullPath(options.site) + "/";
+        std::filesystem::create_directories(document->OutputRoot);
+    }
+    showProgress(*document);
+    // One pass: the problems are told, and the user decides.
+    project->BuildErrorsOrWarnings.connect(
+        [](Ref<Document>&, Ref<BuildResult>&, bool& cancel) { cancel = true; });
+    const auto result = project->Build(document, "", options.related, !options.noCompile, !options.keep);
+    if (result->Cancelled) return kFoundProblems;
+    if (!options.site.empty()) copyOtherFiles(*project, document->OutputRoot);
+    if (printProblems(*project, result->CompilerLog) > 0) return kFoundProblems;
+    const auto output = options.site.empty() ? document->OutputFileName : document->OutputRoot;
+    if (!options.noCompile || !options.site.empty()) std::printf("%s\n", output.c_str());
+    return kDone;
+}
+
+}  // namespace
+
+void addBuild(CLI::App& app, Run& run) {
+    auto options = std::make_shared<Options>();
+    auto* command = app.add_subcommand("build", "Builds the help file of a project");
+    command->add_option("PROJECT", options->project, "The project file (.qbp)")->required();
+    command->add_option("--template", options->templateName, "Page template in place of the project's own");
+    command->add_option("--output", options->output, "The help file to make, in place of the project's own");
+    command->add_option("--site", options->site, "Folder for the pages, with the project's other files");
+    command->add_flag("--no-compile", options->noCompile, "Make the pages and leave the compiler out");
+    command->add_flag("--keep", options->keep, "Keep the pages after compiling");
+    command->add_flag("--related", options->related, "Build the related project too");
+    command->callback([options, &run] { run = [options] { return build(*options); }; });
+}
+
+}  // namespace quillbox::cli
