@@ -42,9 +42,9 @@ class KeyedList {
     void Add(T item, const Value& key = {}, const Value& before = {}, const Value& after = {}) {
         if (isNone(item)) throw AutomationError("A collection holds no item that is none");
         auto place = mEntries.end();
-        if (!before.IsMissing()) {
+        if (isGiven(before)) {
             place = position(before);
-        } else if (!after.IsMissing()) {
+        } else if (isGiven(after)) {
             place = position(after) + 1;
         }
         auto entry = std::make_unique<Entry>(Entry{std::move(item), {}});
@@ -85,6 +85,7 @@ class KeyedList {
         T item;
         std::string key;
     };
+    static bool isGiven(const Value& index) { return !index.IsMissing() && !index.If<Value::Empty>(); }
     template <class U>
     static bool isNone(const U&) {
         return false;

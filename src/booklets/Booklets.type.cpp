@@ -13,7 +13,7 @@ ClassInfo describeManifest() {
     Describe<T> d("Manifest", "An ordered tree of references to topics: a booklet or a browse sequence.");
     d.creatable()
         .field("Key", &T::Key, "Unique identifier within the project.")
-        .field("BookletProperties", &T::BookletProperties, "How the booklet is printed.")
+        .part("BookletProperties", &T::BookletProperties, "How the booklet is printed.")
         .property("IncludeFlag", &T::IncludeFlag, &T::SetIncludeFlag,
                   "True if BuildBooklets builds this manifest.")
         .property("ManifestType", &T::ManifestType, &T::SetManifestType, "The kind.")
@@ -60,7 +60,7 @@ ClassInfo describeManifestEntry() {
     Describe<T> d("ManifestEntry", "One entry of the outline of a manifest.");
     d.creatable()
         .field("Key", &T::Key, "Unique identifier of the entry.")
-        .field("ChildEntries", &T::ChildEntries, "The entries below this one.")
+        .part("ChildEntries", &T::ChildEntries, "The entries below this one.")
         .property("PageBreakAfter", &T::PageBreakAfter, &T::SetPageBreakAfter,
                   "Page break behind the entry; not saved.")
         .property("PageBreakBefore", &T::PageBreakBefore, &T::SetPageBreakBefore,

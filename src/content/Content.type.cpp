@@ -33,7 +33,7 @@ ClassInfo describeQbNode() {
     Describe<T> d("QbNode", "One entry of the table of contents.");
     d.creatable()
         .field("Key", &T::Key, kKey)
-        .field("ChildNodes", &T::ChildNodes, "The nodes below this one.")
+        .part("ChildNodes", &T::ChildNodes, "The nodes below this one.")
         .property("CMPFileName", &T::CMPFileName, &T::SetCMPFileName,
                   "Codemark project of an ntCMContents node; not saved.")
         .property("StandardURL", &T::StandardURL, &T::SetStandardURL, "URL of an ntStandard node.")

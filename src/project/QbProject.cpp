@@ -29,10 +29,15 @@ void QbProject::Created() {
     Tasks = adopt(make<quillbox::Tasks>());
 }
 
+void QbProject::SetManifests(const Ref<quillbox::Manifests>& manifests) {
+    if (!manifests) throw AutomationError("'Manifests' cannot be none");
+    mManifests = manifests;
+}
+
 void QbProject::SetQbNodes(const Ref<quillbox::QbNodes>& nodes) {
+    if (!nodes) throw AutomationError("'QbNodes' cannot be none");
     for (auto& connection : mNodesConnections) connection.disconnect();
     mQbNodes = nodes;
-    if (!nodes) return;
     ObjectReference<QbProject> project;
     project.Set(self(this));
     const auto heard = [project](const Ref<RelatedTopic>&) {

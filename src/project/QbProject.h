@@ -58,7 +58,7 @@ class QbProject : public Object, public CheckedElement {
     Ref<quillbox::QbNodes> QbNodes() const { return mQbNodes; }
     void SetQbNodes(const Ref<quillbox::QbNodes>& nodes);
     Ref<quillbox::Manifests> Manifests() const { return mManifests; }
-    void SetManifests(const Ref<quillbox::Manifests>& manifests) { mManifests = manifests; }
+    void SetManifests(const Ref<quillbox::Manifests>& manifests);
     // Made on first read.
     Ref<quillbox::GlossaryItems> GlossaryItems();
     // The identifiers of the header file, read anew each time; none where no file is named.

@@ -26,16 +26,16 @@ constexpr const char* kRaises =
     "Raises the event of that name unless it is paused, and marks what has to be saved.";
 
 void describeSettings(Describe<P>& d) {
-    d.field("Filename", &P::Filename, "A FileSystemObject object identifying the location of this QbProject.")
-        .field("VariableValues", &P::VariableValues,
+    d.part("Filename", &P::Filename, "A FileSystemObject object identifying the location of this QbProject.")
+        .part("VariableValues", &P::VariableValues,
                "Collection of named values associated with this QbProject")
-        .field("Topics", &P::Topics, "The topics, keyed by their Key.")
+        .part("Topics", &P::Topics, "The topics, keyed by their Key.")
         .field(
             "TopicCategories", &P::TopicCategories,
             "Collection of Categories for the purposes of logically grouping Topics with the user interface.")
-        .field("OtherFiles", &P::OtherFiles, "Collection of non-topic files associated with this QbProject.")
-        .field("Tasks", &P::Tasks, "The project's tasks.")
-        .field("SpellIgnoreAllWordList", &P::SpellIgnoreAllWordList,
+        .part("OtherFiles", &P::OtherFiles, "Collection of non-topic files associated with this QbProject.")
+        .part("Tasks", &P::Tasks, "The project's tasks.")
+        .part("SpellIgnoreAllWordList", &P::SpellIgnoreAllWordList,
                "A list of words added to the Ignore All list for this project.  This list is shared amongst "
                "the spell "
                "checking components to ensure common project terms are not encountered over and over again.")

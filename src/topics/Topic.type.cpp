@@ -19,10 +19,10 @@ ClassInfo describeTopic() {
     Describe<T> d("Topic", "Represents a single topic in a given QbProject.");
     d.creatable()
         .field("NewTopicFlag", &T::NewTopicFlag, "True until the topic has been loaded or saved.")
-        .field("Keywords", &T::Keywords, "Collection of keywords associated with this topic.")
+        .part("Keywords", &T::Keywords, "Collection of keywords associated with this topic.")
         .field("Key", &T::Key,
                "Key for this topic, unique within the QbProject and un-changing after topic creation.")
-        .field("TopicSections", &T::TopicSections,
+        .part("TopicSections", &T::TopicSections,
                "Collection of named TopicSections objects, containing the actual content of this topic.")
         .field("RuntimeEntryNumber", &T::RuntimeEntryNumber,
                "*** Used internally by Quillbox to track booklet numbering ***")

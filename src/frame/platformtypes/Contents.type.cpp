@@ -27,7 +27,7 @@ ClassInfo describeTOCDefinition() {
     return Describe<TOCDefinition>("TOCDefinition", "A whole table of contents.")
         .unpublished()
         .creatable()
-        .field("Nodes", &TOCDefinition::Nodes, "The nodes in one flat list, parents before their children.")
+        .part("Nodes", &TOCDefinition::Nodes, "The nodes in one flat list, parents before their children.")
         .done();
 }
 

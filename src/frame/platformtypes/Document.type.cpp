@@ -34,7 +34,7 @@ void settings(Describe<Document>& describe) {
 
 void contents(Describe<Document>& describe) {
     describe
-        .field("TOCDefs", &Document::TOCDefs, "One contents definition for each template, keyed by its name.")
+        .part("TOCDefs", &Document::TOCDefs, "One contents definition for each template, keyed by its name.")
         .field("TOCBookPrefix", &Document::TOCBookPrefix, "How StreamTOC opens a book.")
         .field("TOCNodeScrap", &Document::TOCNodeScrap, "How StreamTOC writes a node.")
         .field("TOCBookSuffix", &Document::TOCBookSuffix, "How StreamTOC closes a book.")
@@ -49,10 +49,10 @@ ClassInfo describeDocument() {
         "Document", "The document engine: turns a template and the items of providers into pages.");
     describe.unpublished()
         .creatable([] { return platform().engine->NewDocument(); })
-        .field("VariableValues", &Document::VariableValues, "The values of variable tags.")
-        .field("Objects", &Document::Objects, "What providers share, by key.")
-        .field("AuxiliaryList", &Document::AuxiliaryList, "A list of the related project.")
-        .field("PageTemplates", &Document::PageTemplates, "The templates that take part in the build.")
+        .part("VariableValues", &Document::VariableValues, "The values of variable tags.")
+        .part("Objects", &Document::Objects, "What providers share, by key.")
+        .part("AuxiliaryList", &Document::AuxiliaryList, "A list of the related project.")
+        .part("PageTemplates", &Document::PageTemplates, "The templates that take part in the build.")
         .read("Template", &Document::Template, "The template being generated; may be none.")
         .field("TemplateHost", &Document::TemplateHost, "The template service's shared object.")
         .field("TemplateName", &Document::TemplateName, "Name of the template to generate.")
@@ -85,7 +85,7 @@ ClassInfo describeElement() {
         .unpublished()
         .creatable()
         .field("Kind", &Element::Kind, "2 for a tag.")
-        .field("Attributes", &Element::Attributes, "Texts by key.")
+        .part("Attributes", &Element::Attributes, "Texts by key.")
         .done();
 }
 

@@ -137,6 +137,18 @@ class Describe {
             .writes([member](Object& o, Arguments&, const Value& v) { as(o).*member = Convert<F>::From(v); });
     }
 
+    // An object that is always there: it may be replaced, but not by none.
+    template <class F, class Owner>
+    Describe& part(const char* name, Ref<F> Owner::*member, const char* help) {
+        field(name, member, help);
+        const std::string described = name;
+        return writes([member, described](Object& o, Arguments&, const Value& v) {
+            auto object = Convert<Ref<F>>::From(v);
+            if (!object) throw AutomationError("'" + described + "' cannot be none");
+            as(o).*member = std::move(object);
+        });
+    }
+
     template <class Get>
     Describe& read(const char* name, Get get, const char* help) {
         return read(name, get, {}, help);
