@@ -1,0 +1,215 @@
+#include "engine/BuildRun.h"
+
+#include <filesystem>
+
+#include "base/AutomationError.h"
+#include "base/Text.h"
+#include "engine/Disk.h"
+#include "engine/Expansion.h"
+#include "engine/SupportFiles.h"
+
+namespace quillbox {
+
+namespace {
+
+// Compilers come from a system whose lines end so.
+std::string withBothLineEnds(const std::string& text) {
+    std::string result;
+    result.reserve(text.size() + text.size() / 16);
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '\n' && (at == 0 || text[at - 1] != '\r')) result += '\r';
+        result += text[at];
+    }
+    return result;
+}
+
+}  // namespace
+
+void BuildRun::Run() {
+    if (mDocument.mState) throw AutomationError("A build of this document is under way already");
+    const TemplateLibrary::Hold hold(mDocument.Shared().templates);
+    startClean();
+    const auto own = ownTemplate();
+    own->ReadAll();
+    mDocument.mState =
+        std::make_unique<BuildState>(OutputFolder(mDocument.OutputPath, mDocument.OutputRoot), own);
+    mState = mDocument.mState.get();
+    struct End {
+        EngineDocument& document;
+        ~End() { document.mState.reset(); }
+    } const end{mDocument};
+    build();
+}
+
+// What an earlier build of the document left behind counts for nothing; contents of related projects stay.
+void BuildRun::startClean() {
+    mDocument.mProviders.clear();
+    mDocument.mLog.clear();
+    mDocument.mCancelled = false;
+    mDocument.DefaultTopic.clear();
+    mDocument.CompilerInputFile.clear();
+    for (const auto& name : {mDocument.mBuiltTemplate, mDocument.TemplateName}) {
+        if (mDocument.TOCDefs->HasKey(name)) mDocument.TOCDefs->Remove(name);
+    }
+    mDocument.mBuiltTemplate = mDocument.TemplateName;
+}
+
+Ref<FolderTemplate> BuildRun::ownTemplate() {
+    const auto found = mDocument.Template();
+    if (!found) throw AutomationError("The document has no page template '" + mDocument.TemplateName + "'");
+    const auto own = std::dynamic_pointer_cast<FolderTemplate>(found);
+    if (!own)
+        throw AutomationError("The page template '" + mDocument.TemplateName +
+                              "' lies in no folder of templates");
+    return own;
+}
+
+void BuildRun::build() {
+    mSources = mDocument.Sources();
+    if (mSources->empty()) {
+        throw AutomationError("The page template '" + mState->pageTemplate->Name() +
+                              "' lists no namespace that is known here");
+    }
+    for (const auto& source : *mSources) {
+        source.provider->BeforeProcessRootItem(source.root);
+        source.data->SetCurrentRootItem(source.root);
+    }
+    mPlan = makePlan(mDocument, *mSources);
+    checkKeptFiles(mDocument, mPlan);
+    auto job = planCompiling();
+    copySupport();
+    writePages();
+    if (mDocument.mCancelled) return;
+    for (const auto& source : *mSources) source.provider->AfterProcessRootItem(source.root);
+    reportLocalFiles();
+    writeInputs();
+    for (const auto& note : mState->notes.lines) mDocument.mLog += "Note: " + note + "\n";
+    if (job && !mDocument.mCancelled) compileHelp(*std::move(job));
+}
+
+// Whatever keeps the compiler from its work is told before the first page is written.
+std::optional<CompileJob> BuildRun::planCompiling() {
+    if (!mDocument.Compile || mPlan.inputs.empty()) return {};
+    CompileJob job;
+    job.compiler =
+        findCompiler(mDocument.CompilerFileName, static_cast<int>(leadingNumber(mDocument.CompileType)));
+    job.folder = disk::asFolder(std::filesystem::absolute(mState->output.Disk()).string());
+    job.compiledName = compiledFileName(mDocument);
+    job.target = mState->output.OnDisk(mDocument.OutputFileName);
+    checkTarget(job);
+    return job;
+}
+
+void BuildRun::copySupport() {
+    auto& provider = *mSources->front().provider;
+    for (const auto& name : mPlan.support) {
+        mState->output.Claim(name, "the support files of the template");
+        copySupportFile(*mState->pageTemplate, name, mState->output);
+        if (endsWithText(name, ".css"))
+            mLocalFiles.ScanStyles(name, disk::read(mState->output.DiskName(name)));
+        provider.ContentCreated(nullptr, nullptr, mState->output.FullName(name));
+    }
+}
+
+void BuildRun::writePages() {
+    mTotal = static_cast<int>(mPlan.pages.size());
+    for (const auto& page : mPlan.pages) mState->pages.insert(foldKey(page.name));
+    for (const auto& page : mPlan.pages) {
+        if (mDocument.mCancelled) return;
+        offerPage(page);
+    }
+}
+
+void BuildRun::offerPage(const PlannedPage& page) {
+    auto& provider = *page.source->provider;
+    provider.BeforeProcessItem(page.item, page.source->root);
+    bool dontGenerate = false;
+    if (page.layout->IsBound()) {
+        mDocument.BeforeOutputNamespacePage.emit(page.layout, page.def, page.item, dontGenerate);
+    }
+    if (dontGenerate) {
+        --mTotal;
+    } else if (!mDocument.mCancelled) {
+        writePage(page);
+    }
+    provider.AfterProcessItem(page.item, page.source->root);
+}
+
+void BuildRun::writePage(const PlannedPage& page) {
+    makePage(page);
+    page.source->provider->ContentCreated(page.item, page.def, mState->output.FullName(page.name));
+    mDocument.ContentCreated.emit(page.name);
+    ++mDone;
+    report(page.name);
+}
+
+void BuildRun::makePage(const PlannedPage& page) {
+    mState->output.Claim(page.name, page.layout->Name, page.item);
+    mState->pageName = page.name;
+    mState->layout = page.layout;
+    auto& data = *page.source->data;
+    data.SetCurrentItem(page.def, page.item, page.def ? page.def->Name : "", page.parent);
+    const auto file = make<PageFile>(mState->output.FullName(page.name));
+    auto& pageTemplate = *mState->pageTemplate;
+    expandThrough(data, pageTemplate.PageText(page.layout->Name), pageTemplate.Path() + page.layout->Name,
+                  page.name, file, file->Text());
+    if (page.layout->compileType == 0) mLocalFiles.ScanPage(page.name, file->Text());
+    mState->output.Write(page.name, bytesOf(page, *file));
+    mState->pageName.clear();
+    mState->layout = nullptr;
+}
+
+std::string BuildRun::bytesOf(const PlannedPage& page, PageFile& file) {
+    if (page.layout->encoding == PageEncoding::Utf8 && page.layout->compileType == 0)
+        return std::move(file.Text());
+    auto bytes = encode(page.name, file.Text(), page.layout->encoding, mDocument.Language(), file.Raw(),
+                        mState->notes);
+    return page.layout->compileType == 0 ? bytes : withBothLineEnds(bytes);
+}
+
+void BuildRun::reportLocalFiles() {
+    std::unordered_set<std::string> kept;
+    for (const auto& name : mDocument.KeptFiles->Texts()) kept.insert(foldKey(disk::withSlashes(name)));
+    auto& provider = *mSources->front().provider;
+    for (const auto& name : mLocalFiles.Closure(mState->output)) {
+        if (!kept.contains(foldKey(name)))
+            provider.ContentCreated(nullptr, nullptr, mState->output.FullName(name));
+    }
+}
+
+void BuildRun::writeInputs() {
+    for (const auto& page : mPlan.inputs) {
+        if (mDocument.mCancelled) return;
+        makePage(page);
+        mDocument.ContentCreated.emit(page.name);
+    }
+}
+
+std::string BuildRun::compilerInput() const {
+    const auto& named = mDocument.CompilerInputFile;
+    auto file =
+        named.empty() ? mState->output.DiskName(mPlan.inputs.front().name) : mState->output.OnDisk(named);
+    if (!disk::isFile(file)) {
+        throw AutomationError("The template '" + mState->pageTemplate->Name() + "' wrote no compiler input " +
+                              file);
+    }
+    return std::filesystem::absolute(file).string();
+}
+
+void BuildRun::compileHelp(CompileJob job) {
+    job.inputFile = compilerInput();
+    job.goOn = [this] {
+        mDocument.Progress.emit("Compiling", mDone, mTotal);
+        return !mDocument.mCancelled;
+    };
+    mDocument.mLog += compile(job);
+}
+
+void BuildRun::report(const std::string& name) {
+    if (mDocument.Progress.empty()) return;
+    const auto& verb = mDocument.ProgressVerb;
+    mDocument.Progress.emit(mDocument.ProgressCaption + ": " + (verb.empty() ? "" : verb + " ") + name, mDone,
+                            mTotal);
+}
+
+}  // namespace quillbox

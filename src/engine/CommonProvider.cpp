@@ -1,0 +1,70 @@
+#include "engine/CommonProvider.h"
+
+#include "base/AutomationError.h"
+#include "base/Text.h"
+#include "engine/CommonTags.h"
+#include "engine/Html.h"
+
+namespace quillbox {
+
+namespace {
+
+// Nothing for a tag that is not known.
+std::optional<std::string> answer(const std::string& name, const TagRequest& request) {
+    const auto known = commonTags().find(name);
+    if (known == commonTags().end()) return {};
+    auto value = known->second(request);
+    return sameText(request.Attribute("escape"), "html") ? htmlText(value) : value;
+}
+
+Ref<EngineDocument> attached(const ObjectReference<EngineDocument>& document) {
+    if (auto found = document.Get()) return found;
+    throw AutomationError("The document of these tags has gone");
+}
+
+}  // namespace
+
+std::string CommonProvider::ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) {
+    const auto document = attached(mDocument);
+    const auto name = lower(toText(element->Attributes->Item("type")));
+    const auto value = answer(name, {*document, *this, *element, file});
+    if (!value) return {};
+    return value->empty() ? "{Discard}" : *value;
+}
+
+std::string CommonProvider::GetProperty(const std::string& name) {
+    const auto document = attached(mDocument);
+    const auto bare = make<Element>();
+    const auto value = answer(lower(name), {*document, *this, *bare, nullptr});
+    return value ? *value : "!UNCRECOGNISED TAG '" + name + "'!";
+}
+
+void CommonProvider::SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
+                                    const std::string& itemType, const Ref<Object>& parentItem) {
+    mDef = def;
+    mItem = item;
+    mItemType = itemType;
+    mParentItem = parentItem;
+}
+
+std::string CommonProvider::ParseForProperties(const std::string& text) {
+    std::string out;
+    expandTags(
+        splitTags(text),
+        [&](const TagPiece& tag) {
+            const auto value = ProvideData(tag.element, nullptr);
+            if (value.empty()) return tag.text;
+            return value == "{Discard}" ? std::string() : value;
+        },
+        out);
+    return out;
+}
+
+Ref<Object> CommonProvider::Clone() {
+    auto copy = make<CommonProvider>(attached(mDocument));
+    copy->SetCurrentItem(mDef, mItem, mItemType, mParentItem);
+    copy->SetCurrentRootItem(mRootItem);
+    return copy;
+}
+
+}  // namespace quillbox

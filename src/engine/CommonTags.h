@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+#include "engine/EngineDocument.h"
+
+namespace quillbox {
+
+// What a general tag is answered from.
+struct TagRequest {
+    EngineDocument& document;
+    const IDataProvider& current;
+    const Element& element;
+    const Ref<FileSystemObject>& file;
+
+    // Empty for an attribute that is not there.
+    std::string Attribute(const std::string& name) const;
+};
+
+using TagAnswer = std::string (*)(const TagRequest& request);
+using TagTable = std::unordered_map<std::string, TagAnswer>;
+
+// All general tags, by their names in lower case.
+const TagTable& commonTags();
+
+// The groups that they come in.
+void addBuildTags(TagTable& tags);
+void addItemTags(TagTable& tags);
+void addContentsTags(TagTable& tags);
+
+}  // namespace quillbox

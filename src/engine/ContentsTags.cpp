@@ -1,0 +1,152 @@
+// The general tags that follow the table of contents. Captions and links come ready for HTML.
+
+#include <algorithm>
+
+#include "base/Text.h"
+#include "engine/CommonTags.h"
+#include "engine/Html.h"
+
+namespace quillbox {
+
+namespace {
+
+using Node = ContentsTree::Node;
+
+std::string rootPathOf(const TagRequest& request) { return commonTags().at("rootpath")(request); }
+
+std::string link(const TagRequest& request, const Node& node) {
+    const auto& target = node.def->LinkTarget;
+    return htmlText(target.empty() || isRemote(target) ? target : rootPathOf(request) + target);
+}
+
+std::string anchor(const TagRequest& request, const Node& node) {
+    const auto caption = htmlText(node.def->Caption);
+    if (node.def->LinkTarget.empty()) return caption;
+    return "<a href=\"" + link(request, node) + "\">" + caption + "</a>";
+}
+
+// The page in work, where it stands in the contents.
+struct Place {
+    std::shared_ptr<const ContentsTree> tree;
+    std::string page;
+
+    const Node* At(std::optional<std::size_t> node) const { return node ? &tree->Nodes()[*node] : nullptr; }
+    const Node* Own() const { return tree ? At(tree->NodeOfPage(page)) : nullptr; }
+    const Node* Neighbour(int step) const { return tree ? At(tree->Neighbour(page, step)) : nullptr; }
+    // The nearest book above that leads to a page.
+    const Node* Up() const {
+        const auto* node = Own();
+        do node = node ? At(node->parent) : nullptr;
+        while (node && node->def->LinkTarget.empty());
+        return node;
+    }
+};
+
+Place placeOf(const TagRequest& request) {
+    const auto* build = request.document.Building();
+    if (!build || build->pageName.empty()) return {};
+    return {request.document.Contents(), build->pageName};
+}
+
+std::string linkOrNothing(const TagRequest& request, const Node* node) {
+    return node ? link(request, *node) : "";
+}
+std::string captionOrNothing(const Node* node) { return node ? htmlText(node->def->Caption) : ""; }
+
+std::string nextPage(const TagRequest& r) { return linkOrNothing(r, placeOf(r).Neighbour(1)); }
+std::string nextPageTitle(const TagRequest& r) { return captionOrNothing(placeOf(r).Neighbour(1)); }
+std::string previousPage(const TagRequest& r) { return linkOrNothing(r, placeOf(r).Neighbour(-1)); }
+std::string previousPageTitle(const TagRequest& r) { return captionOrNothing(placeOf(r).Neighbour(-1)); }
+std::string upPage(const TagRequest& r) { return linkOrNothing(r, placeOf(r).Up()); }
+std::string upPageTitle(const TagRequest& r) { return captionOrNothing(placeOf(r).Up()); }
+
+// The books above the page, from the top.
+std::string breadcrumb(const TagRequest& request) {
+    const auto place = placeOf(request);
+    const auto* node = place.Own();
+    auto separator = request.Attribute("separator");
+    if (separator.empty()) separator = " &gt; ";
+    std::string trail;
+    for (node = node ? place.At(node->parent) : nullptr; node; node = place.At(node->parent)) {
+        trail.insert(0, anchor(request, *node) + (trail.empty() ? "" : separator));
+    }
+    return trail;
+}
+
+void writeBranch(const TagRequest& request, const Place& place, const Node& node, int levels,
+                 std::string& out) {
+    if (levels == 0 || !node.IsBook()) return;
+    out += "<ul>";
+    for (const auto* child = place.At(node.firstChild); child; child = place.At(child->nextSibling)) {
+        out += "<li>" + anchor(request, *child);
+        writeBranch(request, place, *child, levels - 1, out);
+        out += "</li>";
+    }
+    out += "</ul>";
+}
+
+// What lies below the page, as a list; one level where the tag names no number of them.
+std::string branch(const TagRequest& request) {
+    static constexpr int kMostLevels = 20;
+    const auto place = placeOf(request);
+    const auto* node = place.Own();
+    const auto asked = request.Attribute("levels");
+    const int levels = asked.empty() ? 1 : std::clamp(integerOf(asked), 0, kMostLevels);
+    std::string list;
+    if (node) writeBranch(request, place, *node, levels, list);
+    return list;
+}
+
+std::string contentsCount(const TagRequest& request) {
+    const auto tree = request.document.Contents();
+    return std::to_string(tree ? tree->Nodes().size() : 0);
+}
+
+// The node that a scrap is being expanded for.
+const Node* nodeInWork(const TagRequest& request) {
+    const auto& place = request.document.CurrentNode();
+    return place.tree ? &place.tree->Nodes()[place.node] : nullptr;
+}
+
+std::string nodeCaption(const TagRequest& request) { return captionOrNothing(nodeInWork(request)); }
+
+std::string nodeLink(const TagRequest& request) { return linkOrNothing(request, nodeInWork(request)); }
+
+std::string nodeIcon(const TagRequest& request) {
+    const auto* node = nodeInWork(request);
+    return node && node->def->HasCustomIcon ? std::to_string(node->def->IconNumber) : "";
+}
+
+std::string nodeKind(const TagRequest& request) {
+    const auto* node = nodeInWork(request);
+    if (!node) return {};
+    return node->IsBook() ? "book" : "page";
+}
+
+std::string nodeLevel(const TagRequest& request) {
+    const auto* node = nodeInWork(request);
+    return node ? std::to_string(node->level) : "";
+}
+
+}  // namespace
+
+void addContentsTags(TagTable& tags) {
+    tags.insert({
+        {"nextpage", nextPage},
+        {"nextpagetitle", nextPageTitle},
+        {"previouspage", previousPage},
+        {"previouspagetitle", previousPageTitle},
+        {"uppage", upPage},
+        {"uppagetitle", upPageTitle},
+        {"breadcrumb", breadcrumb},
+        {"branch", branch},
+        {"contentscount", contentsCount},
+        {"nodecaption", nodeCaption},
+        {"nodelink", nodeLink},
+        {"nodeicon", nodeIcon},
+        {"nodekind", nodeKind},
+        {"nodelevel", nodeLevel},
+    });
+}
+
+}  // namespace quillbox

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/engine/Contents.h"
+
+namespace quillbox {
+
+// A contents definition with its structure and its reading order worked out. A node is known by its position.
+class ContentsTree {
+  public:
+    struct Node {
+        Ref<NodeDef> def;
+        std::optional<std::size_t> parent, firstChild, nextSibling;
+        int level = 1;
+
+        bool IsBook() const { return firstChild.has_value(); }
+    };
+    using IsPage = std::function<bool(const std::string& name)>;
+
+    // Nodes that are not included are left out with all below them. `isPage` tells the links that count as
+    // pages.
+    ContentsTree(const TOCDefinition& definition, const IsPage& isPage);
+
+    const std::vector<Node>& Nodes() const { return mNodes; }
+    std::optional<std::size_t> First() const { return mFirst; }
+
+    // The first node that leads to a page, by the page's name without regard to case.
+    std::optional<std::size_t> NodeOfPage(const std::string& page) const;
+    // The node of the page that is read before or after a page, each page being read where it stands first.
+    std::optional<std::size_t> Neighbour(const std::string& page, int step) const;
+
+  private:
+    void link(std::size_t position, std::vector<std::size_t>& lastChild);
+    void addPage(std::size_t position, const IsPage& isPage);
+
+    std::vector<Node> mNodes;
+    std::optional<std::size_t> mFirst;
+    std::vector<std::size_t> mReading;
+    // The place in `mReading`.
+    std::unordered_map<std::string, std::size_t> mByPage;
+};
+
+// How a contents tree is written: what stands before and after a list of nodes, and the text of one node.
+struct ContentsStyle {
+    std::string bookPrefix, bookSuffix;
+    std::function<void(const ContentsTree& tree, std::size_t node, std::string& out)> writeNode;
+    // The trees that stand at a node for the contents of related projects.
+    std::function<std::vector<std::shared_ptr<const ContentsTree>>()> related;
+};
+
+void writeContents(const ContentsTree& tree, const ContentsStyle& style, std::string& out);
+
+// A node as the contents file of HTML Help has it.
+void writeSitemapNode(const ContentsTree& tree, std::size_t node, std::string& out);
+
+}  // namespace quillbox

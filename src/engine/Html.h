@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillbox {
+
+// Text as it stands in HTML, between tags or in a quoted attribute; line ends become blanks.
+std::string htmlText(std::string_view text);
+
+// Whether a link leads to another place than a file beside the page: a scheme, a host, an absolute path.
+bool isRemote(std::string_view link);
+
+// The link without its query and fragment.
+std::string_view withoutFragment(std::string_view link);
+
+}  // namespace quillbox

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "base/Object.h"
+
+namespace quillbox {
+
+// The name of an output file as it may be used: relative, with "/". Fails for a name that is empty, leaves
+// the output folder, names a device or holds a control character.
+std::string checkedOutputName(const std::string& name);
+
+// The folder that a build writes to. Callers name everything as it lies under the output path; where a root
+// is set, the disk sees it there.
+class OutputFolder {
+  public:
+    OutputFolder(const std::string& path, const std::string& root);
+
+    const std::string& Path() const { return mPath; }
+    const std::string& Disk() const { return mDisk; }
+    std::string FullName(const std::string& name) const { return mPath + name; }
+    std::string DiskName(const std::string& name) const { return mDisk + name; }
+    // The place on disk of a full name under the output path; other names are as they are.
+    std::string OnDisk(const std::string& fullName) const;
+
+    // Takes a name for this build. Fails where it is taken already, in this or another case.
+    void Claim(const std::string& name, const std::string& by, const Ref<Object>& item = nullptr);
+    bool IsClaimed(const std::string& name) const;
+    // The item that the file was made of; none where there is no such file.
+    Ref<Object> ItemOf(const std::string& name) const;
+
+    // A name that was checked. Makes the folders in it.
+    void Write(const std::string& name, std::string_view text);
+
+  private:
+    struct Claimed {
+        std::string name, by;
+        Ref<Object> item;
+    };
+
+    void prepareFolderOf(const std::string& name);
+
+    std::string mPath, mDisk;
+    std::unordered_map<std::string, Claimed> mClaimed;
+    std::unordered_set<std::string> mPrepared;
+};
+
+}  // namespace quillbox

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "engine/PageEncoding.h"
+#include "platform/engine/Tags.h"
+#include "platform/engine/Templates.h"
+
+namespace quillbox {
+
+// A page as its template describes it, split at its tags.
+class PageLayout : public TemplatePage {
+  public:
+    std::string filter;
+    // The file's name; none where the page has no `Output`.
+    TagPieces output;
+    // 0 for a page of the help itself, else the compile type that it is an input for.
+    int compileType = 0;
+    PageEncoding encoding = PageEncoding::Utf8;
+    // Where it stands in template.xml.
+    int line = 0;
+
+    bool IsBound() const { return !NamespaceItemType.empty(); }
+};
+
+}  // namespace quillbox

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/engine/Document.h"
+
+namespace quillbox {
+
+// A made-up project for the engine: pages, letters with words below them, and contents. It knows nothing of
+// help.
+class GuideItem : public Object {
+  public:
+    static constexpr std::string_view kClassName = "GuideItem";
+    std::string_view ClassName() const override { return kClassName; }
+
+    GuideItem() = default;
+    GuideItem(std::string kind, std::map<std::string, std::string> values)
+        : kind(std::move(kind)), properties(std::move(values)) {}
+
+    std::string kind;
+    // Published properties, by their names in lower case.
+    std::map<std::string, std::string> properties;
+    std::vector<Ref<GuideItem>> children;
+};
+
+struct GuideNode {
+    std::string caption, link;
+    int level = 1;
+    int icon = -1;
+    int kind = 0;
+};
+
+class Guide : public GuideItem {
+  public:
+    Guide() : GuideItem("guide", {{"name", "Guide"}, {"qualifiedname", "/work/guide.prj"}}) {}
+
+    Ref<GuideItem> AddPage(const std::string& name, const std::string& title, const std::string& body = "");
+
+    std::vector<GuideNode> contents;
+    // What the provider was called with, in order.
+    std::vector<std::string> calls;
+    // What it writes for streamed content, by content type.
+    std::map<std::string, std::string> streams;
+    std::string defaultPage;
+};
+
+// The answers of a guide's tags: the item's properties, "variable", "scrap", "itemtitle", "linktarget",
+// "words" (a list of the item's children, through the scrap "_word"), "tableofcontents", "fail", and the
+// general ones.
+class GuideData : public Object, public IDataProvider {
+  public:
+    std::string_view ClassName() const override { return "GuideData"; }
+
+    std::string ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) override;
+    void Initialise(const Ref<Object>&) override {}
+    void Terminate() override {}
+    Ref<Object> CurrentRootItem() const override { return mRoot; }
+    void SetCurrentRootItem(const Ref<Object>& item) override { mRoot = item; }
+    Ref<Object> CurrentParentItem() const override { return mParent; }
+    void SetCurrentParentItem(const Ref<Object>& item) override { mParent = item; }
+    std::string CurrentItemType() const override { return mType; }
+    void SetCurrentItemType(const std::string& type) override { mType = type; }
+    Ref<Object> CurrentItem() const override { return mItem; }
+    void SetCurrentItem(const Ref<Object>& item) override { mItem = item; }
+    Ref<quillbox::NamespaceDef> NamespaceDef() const override { return mDef; }
+    void SetNamespaceDef(const Ref<quillbox::NamespaceDef>& def) override { mDef = def; }
+    void SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
+                        const std::string& type, const Ref<Object>& parent) override;
+    std::string ParseForProperties(const std::string& text) override;
+    std::string GetProperty(const std::string& name) override;
+    Ref<Object> Clone() override;
+
+    ObjectReference<Document> document;
+
+  private:
+    std::string parse(const std::string& text, const Ref<FileSystemObject>& file);
+    std::string valueOf(const std::string& type, const Ref<Element>& element,
+                        const Ref<FileSystemObject>& file);
+    std::string formatted(const std::string& type, const std::string& value, const Element& element);
+    std::string words();
+    void writeContents(const Ref<Element>& element, const Ref<FileSystemObject>& file);
+    IDataProvider& common();
+
+    Ref<Object> mRoot, mParent, mItem;
+    std::string mType;
+    Ref<quillbox::NamespaceDef> mDef;
+    Ref<Object> mCommon;
+};
+
+class GuideProvider : public Object, public INamespaceProvider {
+  public:
+    std::string_view ClassName() const override { return "GuideProvider"; }
+
+    std::vector<Ref<Object>> GetItems(const Ref<NamespaceDef>& def, const Ref<Object>& parent,
+                                      const std::string& filter) override;
+    Ref<Object> DocumentDataProvider() override { return mData; }
+    void Initialise(const Ref<Document>& document) override;
+    Ref<Object> GetRootItem(const Ref<NamespaceDef>&, const std::string&) override { return {}; }
+    Ref<Object> GetObjectFromQualifiedName(const std::string&) override { return {}; }
+    Ref<NamespaceDef> GetNamespaceDefFromObject(const Ref<NamespaceDefs>&, const Ref<Object>&) override {
+        return {};
+    }
+    void AddRootItem(const Ref<Object>&) override {}
+    void StreamContent(const Ref<FileSystemObject>& file, const std::string& contentType) override;
+    std::string Name() const override { return "Test.Guide"; }
+    void ContentCreated(const Ref<Object>& item, const Ref<NamespaceDef>& def,
+                        const std::string& file) override;
+    void BeforeProcessRootItem(const Ref<Object>&) override;
+    void AfterProcessRootItem(const Ref<Object>&) override { note("AfterProcessRootItem"); }
+    void BeforeProcessItem(const Ref<Object>& item, const Ref<Object>&) override;
+    void AfterProcessItem(const Ref<Object>& item, const Ref<Object>&) override;
+    Ref<Collection> GetModuleItems() override { return make<Collection>(); }
+    std::string BrowseForMoniker(const std::string&, int) override { return {}; }
+    bool VerifyMoniker(const std::string&, std::string&) override { return false; }
+
+  private:
+    Guide& guide() const;
+    void note(const std::string& call) const { guide().calls.push_back(call); }
+
+    ObjectReference<Document> mDocument;
+    Ref<GuideData> mData = make<GuideData>();
+    std::vector<std::string> mFiles;
+};
+
+// The family as the engine is told of it: "guide" at the top, below it "page" and "letter", below that
+// "word".
+TemplateService::Family guideFamily();
+
+// What the engine reads published properties with.
+std::optional<std::string> readGuideProperty(Object& item, const std::string& name);
+
+}  // namespace quillbox
