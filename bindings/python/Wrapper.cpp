@@ -7,6 +7,7 @@
 
 #include "Errors.h"
 #include "Events.h"
+#include "frame/typelib/Held.h"
 #include "frame/typelib/LateBound.h"
 
 namespace quillbox::python {
@@ -16,7 +17,7 @@ namespace {
 struct Wrapper {
     PyObject ob_base;
     PyObject* weakReferences;
-    Ref<Object> object;
+    Held held;
 };
 
 // Lives as long as the process: wrappers may go after everything else.
@@ -32,11 +33,12 @@ Registry& registry() {
 }
 
 Wrapper* wrapperOf(PyObject* self) { return reinterpret_cast<Wrapper*>(self); }
+const Ref<Object>& objectOf(PyObject* self) { return wrapperOf(self)->held.Get(); }
 
 PyObject* newWrapper(const Ref<Object>& object, PyTypeObject* type) {
     PyObject* self = type->tp_alloc(type, 0);
     if (!self) throw py::error_already_set();
-    new (&wrapperOf(self)->object) Ref<Object>(object);
+    new (&wrapperOf(self)->held) Held(object);
     registry().wrappers.emplace(object.get(), self);
     return self;
 }
@@ -91,11 +93,11 @@ void destroy(PyObject* self) {
     auto* wrapper = wrapperOf(self);
     if (wrapper->weakReferences) PyObject_ClearWeakRefs(self);
     auto& wrappers = registry().wrappers;
-    const auto found = wrappers.find(wrapper->object.get());
+    const auto found = wrappers.find(objectOf(self).get());
     if (found != wrappers.end() && found->second == self) wrappers.erase(found);
     {
         const py::error_scope pending;
-        wrapper->object.~Ref<Object>();
+        wrapper->held.~Held();
     }
     PyTypeObject* type = Py_TYPE(self);
     type->tp_free(self);
@@ -104,31 +106,31 @@ void destroy(PyObject* self) {
 
 // Where the wrapper alone holds the object, what is connected to its events is held by the wrapper, and the
 // collector may free a handler that refers back to it.
-bool isSoleHolder(PyObject* self) { return wrapperOf(self)->object.use_count() == 1; }
+bool isSoleHolder(PyObject* self) { return objectOf(self).use_count() == 1; }
 
 int traverse(PyObject* self, visitproc visit, void* arg) {
     Py_VISIT(Py_TYPE(self));
-    return isSoleHolder(self) ? visitHandlers(wrapperOf(self)->object.get(), visit, arg) : 0;
+    return isSoleHolder(self) ? visitHandlers(objectOf(self).get(), visit, arg) : 0;
 }
 
 int clear(PyObject* self) {
-    if (isSoleHolder(self)) disconnectAll(wrapperOf(self)->object.get());
+    if (isSoleHolder(self)) disconnectAll(objectOf(self).get());
     return 0;
 }
 
 Py_hash_t hash(PyObject* self) {
-    return static_cast<Py_hash_t>(std::hash<const Object*>()(wrapperOf(self)->object.get()) >> 4);
+    return static_cast<Py_hash_t>(std::hash<const Object*>()(objectOf(self).get()) >> 4);
 }
 
 PyObject* compare(PyObject* self, PyObject* other, int operation) {
     if (!isWrapper(other) || (operation != Py_EQ && operation != Py_NE)) Py_RETURN_NOTIMPLEMENTED;
-    const bool same = wrapperOf(self)->object == wrapperOf(other)->object;
+    const bool same = objectOf(self) == objectOf(other);
     return PyBool_FromLong(same == (operation == Py_EQ));
 }
 
 PyObject* represent(PyObject* self) {
-    const std::string name(wrapperOf(self)->object->ClassName());
-    return PyUnicode_FromFormat("<Quillbox.%s at %p>", name.c_str(), wrapperOf(self)->object.get());
+    const std::string name(objectOf(self)->ClassName());
+    return PyUnicode_FromFormat("<Quillbox.%s at %p>", name.c_str(), objectOf(self).get());
 }
 
 }  // namespace
@@ -173,7 +175,7 @@ bool isWrapper(py::handle object) { return PyObject_TypeCheck(object.ptr(), regi
 
 const Ref<Object>& unwrap(py::handle object) {
     if (!isWrapper(object)) throw py::type_error("an object of the library is needed");
-    return wrapperOf(object.ptr())->object;
+    return objectOf(object.ptr());
 }
 
 }  // namespace quillbox::python
