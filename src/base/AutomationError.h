@@ -21,24 +21,31 @@ class AutomationError : public std::exception {
     const std::exception_ptr& Cause() const { return mCause; }
     const char* what() const noexcept override { return mDescription.c_str(); }
 
-    // The same failure with the file in front. Only the first file told is kept: a failure in a topic's file
-    // is not told as one of the project file too.
+    // The same failure with the file in front. Only the innermost file is told: a failure in a topic's file
+    // is not told as one of the project file too. What a handler of the host raised stays as it was raised.
     AutomationError At(const std::string& file) const {
-        if (mHasFile) return *this;
-        AutomationError placed(file + ": " + mDescription, mNumber, mCause);
+        if (mHasFile || mCause) return *this;
+        auto placed = behind(file);
         placed.mHasFile = true;
         return placed;
     }
-    // The same failure with a place inside the file in front.
+    // The same failure with a place inside the file in front. Only the innermost place is told.
     AutomationError Inside(const std::string& place) const {
-        return mHasFile ? *this : AutomationError(place + ": " + mDescription, mNumber, mCause);
+        return mHasFile || mHasPlace || mCause ? *this : behind(place);
     }
 
   private:
+    AutomationError behind(const std::string& place) const {
+        AutomationError placed(place + ": " + mDescription, mNumber, mCause);
+        placed.mHasPlace = true;
+        return placed;
+    }
+
     int mNumber;
     std::string mDescription;
     std::exception_ptr mCause;
     bool mHasFile = false;
+    bool mHasPlace = false;
 };
 
 // Runs a step whose failures are meant to be passed over. Every swallowed failure goes through here.

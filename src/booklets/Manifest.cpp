@@ -71,7 +71,7 @@ void Manifest::Load(const Ref<XMLElement>& e) {
     SetManifestType(static_cast<ManifestTypeEnum>(requiredInteger(e, "t")));
     optionalAttribute(e, "i", [&](const std::string& v) { SetIncludeFlag(isTrue(v)); });
     mEntries.reset();
-    for (const auto& child : e->Children()) {
+    forEachChild(e, [&](const Ref<XMLElement>& child) {
         if (child->Name() == "me") {
             const auto entry = make<ManifestEntry>();
             entry->SetManifest(self(this));
@@ -80,7 +80,7 @@ void Manifest::Load(const Ref<XMLElement>& e) {
         } else if (child->Name() == "bookletproperties") {
             BookletProperties->Load(child);
         }
-    }
+    });
     mLoading = false;
 }
 

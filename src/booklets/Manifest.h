@@ -87,6 +87,7 @@ class Manifests : public SatelliteCollection<Manifest> {
 
   protected:
     const SatelliteFile& satellite() const override;
+    std::string labelOf(const Manifest& item) const override { return "Booklet '" + item.Name() + "'"; }
     void adopt(const Ref<Manifest>& item) override { item->SetQbProject(QbProject()); }
 };
 

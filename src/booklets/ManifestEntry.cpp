@@ -38,6 +38,7 @@ std::string ManifestEntry::RuntimeTitle() const {
 }
 
 void ManifestEntry::Load(const Ref<XMLElement>& e) {
+    const TreeNesting level;
     mLoading = true;
     Key = required(e, "k");
     SetTitle(required(e, "t"));
@@ -45,13 +46,13 @@ void ManifestEntry::Load(const Ref<XMLElement>& e) {
     optionalAttribute(e, "pbb", [&](const std::string& v) {
         SetPageBreakBefore(static_cast<EntryPageBreakEnum>(integerOf(v)));
     });
-    for (const auto& child : e->Children()) {
+    forEachChild(e, [&](const Ref<XMLElement>& child) {
         const auto entry = make<ManifestEntry>();
         entry->SetManifest(Manifest());
         entry->SetParentEntry(self(this));
         entry->Load(child);
         ChildEntries->Add(entry, entry->Key);
-    }
+    });
     mLoading = false;
 }
 

@@ -39,8 +39,6 @@ class ManifestEntry : public Object {
     Ref<quillbox::Topic> Topic() const;
     void SetTopic(const Ref<quillbox::Topic>& topic);
     const std::string& TopicID() const { return mTopicID; }
-    // The topic is the same, its key another.
-    void RenewTopicID(const std::string& key) { store(mTopicID, key); }
     void Load(const Ref<XMLElement>& e);
     void Save(const Ref<XMLElement>& e) const;
 

@@ -49,6 +49,9 @@ class GlossaryItems : public SatelliteCollection<GlossaryItem> {
 
   protected:
     const SatelliteFile& satellite() const override;
+    std::string labelOf(const GlossaryItem& item) const override {
+        return "Glossary term '" + item.Term() + "'";
+    }
     void adopt(const Ref<GlossaryItem>& item) override { item->SetQbProject(QbProject()); }
 
   private:

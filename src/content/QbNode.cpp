@@ -52,6 +52,7 @@ Ref<quillbox::Topic> QbNode::Topic() const {
 }
 
 void QbNode::Save(const Ref<XMLElement>& e) const {
+    const TreeNesting level;
     e->AddAttribute("key", Key);
     addInteger(e, "nt", mQbNodeType);
     addInteger(e, "ct", mCaptionType);
@@ -64,6 +65,7 @@ void QbNode::Save(const Ref<XMLElement>& e) const {
 }
 
 void QbNode::Load(const Ref<XMLElement>& e) {
+    const TreeNesting level;
     Key = required(e, "Key");
     SetQbNodeType(static_cast<QbNodeTypeEnum>(requiredInteger(e, "nt")));
     SetCaptionType(static_cast<QbProjectCaptionTypeEnum>(requiredInteger(e, "ct")));
@@ -76,13 +78,13 @@ void QbNode::Load(const Ref<XMLElement>& e) {
     const auto nodes = QbNodes();
     if (!nodes) throw AutomationError("A contents node needs its collection before it is loaded");
     ChildNodes->SetQbProject(nodes->QbProject());
-    for (const auto& child : e->Children()) {
+    forEachChild(e, [&](const Ref<XMLElement>& child) {
         const auto node = make<QbNode>();
         node->SetQbNodes(ChildNodes);
         node->Load(child);
         node->SetParentNode(self(this));
         ChildNodes->Add(node, node->Key);
-    }
+    });
 }
 
 std::string QbNode::caption() const {

@@ -28,6 +28,10 @@ const SatelliteFile& QbNodes::satellite() const {
     return row;
 }
 
+std::string QbNodes::labelOf(const QbNode& node) const {
+    return "Contents node '" + node.CaptionText() + "'";
+}
+
 void QbNodes::adopt(const Ref<QbNode>& node) { node->SetQbNodes(self(this)); }
 
 template <class Visit>

@@ -43,6 +43,7 @@ class QbNodes : public SatelliteCollection<QbNode> {
 
   protected:
     const SatelliteFile& satellite() const override;
+    std::string labelOf(const QbNode& node) const override;
     void adopt(const Ref<QbNode>& node) override;
 
   private:

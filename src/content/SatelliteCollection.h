@@ -3,7 +3,6 @@
 #include <string>
 
 #include "base/ItemCollection.h"
-#include "base/TreeWalk.h"
 #include "frame/XmlAccess.h"
 #include "project/ElementFile.h"
 #include "project/ProjectHandle.h"
@@ -47,27 +46,31 @@ class SatelliteCollection : public ItemCollection<T>, public CheckedElement {
             e, mDirty, [&] { return IsCheckedOut(); },
             [&](const Ref<XMLElement>& root) { WriteContent(root); });
     }
+    // A failure names the item.
     void WriteContent(const Ref<XMLElement>& e) {
-        if (!e) throw AutomationError("There is no element to save to");
-        const TreeNesting level;
-        for (const auto& item : this->Items()) item->Save(e->AddChild(satellite().childName, ""));
+        for (const auto& item : this->Items()) {
+            inside([&] { return labelOf(*item); },
+                   [&] { item->Save(e->AddChild(satellite().childName, "")); });
+        }
     }
 
     // Adds to what is there, with no event. A missing file adds nothing.
     void Load(const Ref<XMLElement>& e) {
-        const auto source = file().Source(e);
-        if (!source) throw AutomationError("There is no element to load from");
-        for (const auto& child : source->Children()) {
-            const auto item = make<T>();
-            adopt(item);
-            item->Load(child);
-            this->mCol.Add(item, item->Key);
-        }
+        file().Load(e, [&](const Ref<XMLElement>& source) {
+            forEachChild(source, [&](const Ref<XMLElement>& child) {
+                const auto item = make<T>();
+                adopt(item);
+                item->Load(child);
+                this->mCol.Add(item, item->Key);
+            });
+        });
         SetDirty(false);
     }
 
   protected:
     virtual const SatelliteFile& satellite() const = 0;
+    // What an item is called in a failure.
+    virtual std::string labelOf(const T& item) const = 0;
     // Gives a new item its way up.
     virtual void adopt(const Ref<T>& item) = 0;
 

@@ -80,6 +80,7 @@ class Tasks : public SatelliteCollection<Task> {
 
   protected:
     const SatelliteFile& satellite() const override;
+    std::string labelOf(const Task& item) const override { return "Task '" + item.Title() + "'"; }
     void adopt(const Ref<Task>& item) override { item->SetQbProject(QbProject()); }
     // Tells True and False alike, and needs the project: it is meant so.
     void dirtyChanged(bool) override { mQbProject.Need()->FireDirtyStateChanged(); }

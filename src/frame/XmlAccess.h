@@ -12,6 +12,20 @@ namespace quillbox {
 
 // Reading and writing of attributes, as all `Load` and `Save` members do it.
 
+// Where an element stands, for a failure to tell.
+inline std::string placeOf(const Ref<XMLElement>& e) {
+    const auto element = "element '" + e->Name() + "'";
+    return e->Line() ? "line " + std::to_string(e->Line()) + ", " + element : element;
+}
+
+// Goes over the child elements; a failure tells the one that it comes from.
+template <class Visit>
+void forEachChild(const Ref<XMLElement>& e, Visit&& visit) {
+    for (const auto& child : e->Children()) {
+        inside([&] { return placeOf(child); }, [&] { visit(child); });
+    }
+}
+
 // The value of an attribute that has to be there.
 inline std::string required(const Ref<XMLElement>& e, std::string_view name) {
     if (auto value = e->Find(name)) return *std::move(value);
@@ -19,7 +33,7 @@ inline std::string required(const Ref<XMLElement>& e, std::string_view name) {
 }
 
 inline int requiredInteger(const Ref<XMLElement>& e, std::string_view name) {
-    return inside([&] { return "attribute '" + std::string(name) + "' of '" + e->Name() + "'"; },
+    return inside([&] { return placeOf(e) + ", attribute '" + std::string(name) + "'"; },
                   [&] { return integerOf(required(e, name)); });
 }
 

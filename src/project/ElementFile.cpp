@@ -12,22 +12,26 @@ void ElementFile::requirePlainName() const {
     }
 }
 
-Ref<XMLElement> ElementFile::Source(const Ref<XMLElement>& given) const {
-    if (mProject.ProjectType() != ProjectTypeSeparateFiles) return given;
-    return at(mPath, [&] {
+void ElementFile::Load(const Ref<XMLElement>& given, const Use& read) const {
+    if (mProject.ProjectType() != ProjectTypeSeparateFiles) {
+        if (!given) throw AutomationError("There is no element to load from");
+        return read(given);
+    }
+    at(mPath, [&] {
         requirePlainName();
         const auto file = newFile(mPath);
         const auto document = platform().xml->NewDocument();
         file->Open(kReadWhole);
         if (file->Exists()) document->Parse(file->ReadAll());
         file->Close();
-        return document->RootElement();
+        read(document->RootElement());
     });
 }
 
 bool ElementFile::Save(const Ref<XMLElement>& given, bool dirty, const std::function<bool()>& isCheckedOut,
-                       const std::function<void(const Ref<XMLElement>&)>& fill) const {
+                       const Use& fill) const {
     if (mProject.ProjectType() != ProjectTypeSeparateFiles) {
+        if (!given) throw AutomationError("There is no element to save to");
         fill(given);
         return true;
     }

@@ -17,15 +17,17 @@ class ElementFile {
     ElementFile(const QbProject& project, const std::string& folder, std::string name, std::string rootName)
         : mProject(project), mPath(folder + name), mName(std::move(name)), mRootName(std::move(rootName)) {}
 
-    // The element to load from: the one given in a single-file project, else the root of the file. A missing
-    // file gives an empty element.
-    Ref<XMLElement> Source(const Ref<XMLElement>& given) const;
+    using Use = std::function<void(const Ref<XMLElement>&)>;
+
+    // Lets `read` read the content from the element given, or in a separate-files project from the root of
+    // the file. A missing file gives an empty element.
+    void Load(const Ref<XMLElement>& given, const Use& read) const;
 
     // Lets `fill` write the content into the element given, or in a separate-files project into a document
     // that goes to the file. The file is left alone while it is there and nothing changed, or while the
     // element is under source control and not checked out. False where nothing was built.
     bool Save(const Ref<XMLElement>& given, bool dirty, const std::function<bool()>& isCheckedOut,
-              const std::function<void(const Ref<XMLElement>&)>& fill) const;
+              const Use& fill) const;
 
   private:
     void requirePlainName() const;

@@ -34,15 +34,16 @@ void migrateOldKeys(QbProject& project) {
     for (const auto& node : nodes) {
         if (const auto topic = node->Topic()) node->SetTopicID(renewed(topic->Key));
     }
-    for (const auto& manifest : project.Manifests()->Items()) {
-        for (const auto& entry : manifest->Entries()->AllEntries()->Items())
-            entry->RenewTopicID(renewed(entry->TopicID()));
-    }
     for (const auto& topic : topics) {
         for (const auto& related : topic->RelatedTopics()->Items())
             related->ChildTopicKey = renewed(related->ChildTopicKey);
     }
     for (const auto& topic : topics) topic->Key = renewed(topic->Key);
+    for (const auto& manifest : project.Manifests()->Items()) {
+        for (const auto& entry : manifest->Entries()->AllEntries()->Items()) {
+            if (const auto topic = entry->Topic()) entry->SetTopic(topic);
+        }
+    }
 
     // The keyed collections still hold the old keys: written and read once more, they hold the new ones.
     project.Load(project.Save());

@@ -25,11 +25,6 @@ void addItem(QbProject& project, const Ref<List>& list, const Ref<XMLElement>& e
     list->Add(item, item->Key);
 }
 
-std::string place(const Ref<XMLElement>& e) {
-    const auto element = "element '" + e->Name() + "'";
-    return e->Line() ? "line " + std::to_string(e->Line()) + ", " + element : element;
-}
-
 }  // namespace
 
 void ProjectReader::Read(const Ref<XMLElement>& root) {
@@ -37,13 +32,8 @@ void ProjectReader::Read(const Ref<XMLElement>& root) {
     replaceCollections();
     const auto name = root->Name();
     if (name == "QbProject" || name == "TopicSet") {
-        const auto children = root->Children();
-        for (const auto& child : children) {
-            inside([&] { return place(child); }, [&] { readTopics(child); });
-        }
-        for (const auto& child : children) {
-            inside([&] { return place(child); }, [&] { readRest(child); });
-        }
+        forEachChild(root, [&](const Ref<XMLElement>& child) { readTopics(child); });
+        forEachChild(root, [&](const Ref<XMLElement>& child) { readRest(child); });
     }
     if (mProject.TemplateName().empty()) {
         ignoringFailures([&] { mProject.SetTemplateName(mProject.VariableValues->Item("Template")->Value); });
@@ -111,7 +101,11 @@ void ProjectReader::readRest(const Ref<XMLElement>& child) {
     } else if (name == "spellignoreallwordlist") {
         p.LoadProgress("Loading Spelling Settings");
         p.SpellIgnoreAllWordList = make<Collection>();
-        for (const auto& word : split(child->Text(), "|")) p.SpellIgnoreAllWordList->Add(word);
+        for (const auto& word : split(child->Text(), "|")) {
+            // A word has itself as key; one that stands twice stays in the list all the same.
+            const bool again = p.SpellIgnoreAllWordList->HasKey(word);
+            p.SpellIgnoreAllWordList->Add(word, again ? Value() : Value(word));
+        }
     } else if (name == "glossaryitem") {
         p.LoadProgress("Loading Glossary");
         addItem<GlossaryItem>(p, p.GlossaryItems(), child);

@@ -71,25 +71,21 @@ void ProjectWriter::Check() {
     for (const auto& file : p.OtherFiles->Items()) {
         check("File '" + file->LocalSpec() + "'", [&] { file->WriteContent(root->AddChild("file", "")); });
     }
-    const bool separate = p.ProjectType() == ProjectTypeSeparateFiles && !p.IsConverting();
     for (const auto& topic : p.Topics->Items()) {
-        if (separate && !topic->Dirty() && !topic->NewTopicFlag) continue;
-        check("Topic '" + topic->Name() + "'", [&] { topic->WriteContent(root->AddChild("Topic", "")); });
+        check("Topic '" + topic->Name() + "'", [&] { checkTopic(root, *topic); });
     }
-    checkContent(root);
+    p.GlossaryItems()->WriteContent(root->AddChild("GlossaryItems", ""));
+    p.Manifests()->WriteContent(root->AddChild("Manifests", ""));
+    p.QbNodes()->WriteContent(root->AddChild("Nodes", ""));
+    p.Tasks->WriteContent(root->AddChild("Tasks", ""));
 }
 
-void ProjectWriter::checkContent(const Ref<XMLElement>& root) {
-    auto& p = mProject;
-    const auto items = [&](const auto& list, const char* kind, auto&& name) {
-        for (const auto& item : list->Items()) {
-            inside([&] { return std::string(kind) + " '" + name(*item) + "'"; }, [&] { item->Save(root); });
-        }
-    };
-    items(p.GlossaryItems(), "Glossary term", [](const GlossaryItem& item) { return item.Term(); });
-    items(p.Manifests(), "Booklet", [](const Manifest& item) { return item.Name(); });
-    items(p.QbNodes(), "Contents node", [](const QbNode& item) { return item.CaptionText(); });
-    items(p.Tasks, "Task", [](const Task& item) { return item.Title(); });
+void ProjectWriter::checkTopic(const Ref<XMLElement>& root, Topic& topic) {
+    const auto e = root->AddChild("Topic", "");
+    e->AddAttribute("Key", topic.Key);
+    const bool hasFile = mProject.ProjectType() == ProjectTypeSeparateFiles && !mProject.IsConverting();
+    const bool staysAsItIs = hasFile && !topic.Dirty() && newFile(topic.LocalSpec())->Exists();
+    if (!staysAsItIs) topic.WriteContent(e);
 }
 
 }  // namespace quillbox

@@ -5,6 +5,7 @@
 namespace quillbox {
 
 class QbProject;
+class Topic;
 
 // Writes a project into its root element.
 class ProjectWriter {
@@ -21,7 +22,7 @@ class ProjectWriter {
   private:
     void writeSettings(const Ref<XMLElement>& root);
     void writeVariables(const Ref<XMLElement>& root);
-    void checkContent(const Ref<XMLElement>& root);
+    void checkTopic(const Ref<XMLElement>& root, Topic& topic);
 
     QbProject& mProject;
 };

@@ -174,9 +174,9 @@ class QbProject : public Object, public CheckedElement {
     std::string Save();
     void LoadFromFile(const std::string& filename);
     bool SaveToDisk(bool checkForNewOrDeletedSSItems = true);
-    // True while the files on disk are those of the other project type: what lies there says nothing then
+    // True while a project is saved to disk in another type than before: what lies there says nothing then
     // about what is still to be written.
-    bool IsConverting() const { return mTypeOnDisk != ProjectType(); }
+    bool IsConverting() const { return mConverting; }
 
     // Links and HTML.
     Ref<LinkInfos> GetSuspectLinks();
@@ -255,6 +255,7 @@ class QbProject : public Object, public CheckedElement {
     CompileTypeEnum mCompileType = CompileNone;
     ProjectTypeEnum mProjectType = ProjectTypeSingleFile;
     ProjectTypeEnum mTypeOnDisk = ProjectTypeSingleFile;
+    bool mConverting = false;
     bool mDirty = false;
     bool mTopicsDirty = false;
     bool mLoading = false;

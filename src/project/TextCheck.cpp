@@ -9,6 +9,8 @@ namespace {
 
 class TextCheck : public XMLElement {
   public:
+    explicit TextCheck(const std::string& name) : mName(name) {}
+
     std::string Name() const override { return mName; }
     void SetName(const std::string& name) override { mName = name; }
     std::string Text() const override { return {}; }
@@ -19,9 +21,9 @@ class TextCheck : public XMLElement {
     }
     Ref<XMLAttributes> Attributes() override { return {}; }
     Ref<XMLElement> AddChild(const std::string& name, const std::string& text) override {
-        mName = name;
-        check(text, "the text");
-        return self(this);
+        auto child = make<TextCheck>(name);
+        child->SetText(text);
+        return child;
     }
     std::vector<Ref<XMLElement>> Children() override { return {}; }
     int Line() const override { return 0; }
@@ -38,6 +40,6 @@ class TextCheck : public XMLElement {
 
 }  // namespace
 
-Ref<XMLElement> makeTextCheck() { return make<TextCheck>(); }
+Ref<XMLElement> makeTextCheck() { return make<TextCheck>("QbProject"); }
 
 }  // namespace quillbox

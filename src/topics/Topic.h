@@ -92,7 +92,7 @@ class Topic : public Object, public CheckedElement {
     void FireTopicSectionChanged(const Ref<TopicSection>& section);
 
     // In a separate-files project both work on the topic's own file, and the element keeps the key alone.
-    void Load(Ref<XMLElement> e);
+    void Load(const Ref<XMLElement>& e);
     void Save(const Ref<XMLElement>& e);
     // Writes everything but the key.
     void WriteContent(const Ref<XMLElement>& e);

@@ -37,19 +37,19 @@ ElementFile fileOf(const Topic& topic, const QbProject& project) {
 
 }  // namespace
 
-void Topic::Load(Ref<XMLElement> e) {
+void Topic::Load(const Ref<XMLElement>& e) {
     mLoading = true;
     NewTopicFlag = false;
     if (e) Key = required(e, "Key");
-    e = fileOf(*this, *mQbProject.Need()).Source(e);
-    if (!e) throw AutomationError("There is no element to load the topic from");
-    loadAttributes(e);
-    if (Key.empty()) Key = CreateGUID();
-    Keywords = make<Collection>();
-    hearRelatedTopics(make<quillbox::RelatedTopics>());
-    TopicSections = make<quillbox::TopicSections>();
-    mStyleSheets = make<Collection>();
-    for (const auto& child : e->Children()) loadChild(child);
+    fileOf(*this, *mQbProject.Need()).Load(e, [&](const Ref<XMLElement>& source) {
+        loadAttributes(source);
+        if (Key.empty()) Key = CreateGUID();
+        Keywords = make<Collection>();
+        hearRelatedTopics(make<quillbox::RelatedTopics>());
+        TopicSections = make<quillbox::TopicSections>();
+        mStyleSheets = make<Collection>();
+        forEachChild(source, [&](const Ref<XMLElement>& child) { loadChild(child); });
+    });
     mLoading = false;
 }
 
@@ -101,17 +101,15 @@ void Topic::loadChild(const Ref<XMLElement>& child) {
 void Topic::Save(const Ref<XMLElement>& e) {
     const auto project = mQbProject.Need();
     if (e) e->AddAttribute("Key", Key);
-    const bool built = fileOf(*this, *project)
-                           .Save(
-                               e, mDirty, [&] { return IsCheckedOut(); },
-                               [&](const Ref<XMLElement>& root) { WriteContent(root); });
+    const auto file = fileOf(*this, *project);
+    const bool built = file.Save(
+        e, mDirty, [&] { return IsCheckedOut(); }, [&](const Ref<XMLElement>& root) { WriteContent(root); });
     if (!built) return;
     NewTopicFlag = false;
     SetDirty(false);
 }
 
 void Topic::WriteContent(const Ref<XMLElement>& e) {
-    if (!e) throw AutomationError("There is no element to save the topic to");
     e->AddAttribute("Name", mName);
     e->AddAttribute("Title", mTitle);
     e->AddAttribute("ContentsTitle", ContentsTitle());

@@ -11,11 +11,11 @@ void TopicStatus::Load(const Ref<XMLElement>& e) {
 }
 
 void TopicStatuses::Load(const Ref<XMLElement>& e) {
-    for (const auto& child : e->Children()) {
+    forEachChild(e, [&](const Ref<XMLElement>& child) {
         const auto status = make<TopicStatus>();
         status->Load(child);
         Add(status, status->Name);
-    }
+    });
 }
 
 void TopicStatuses::Save(const Ref<XMLElement>& e) const {
