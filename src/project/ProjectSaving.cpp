@@ -14,6 +14,7 @@ namespace {
 // One generation is kept; the extension is replaced and not added to.
 void makeBackup(const FileSystemObject& file) {
     const auto backup = newFile(file.Directory() + file.BaseName() + ".bak");
+    if (backup->FullPath() == file.FullPath()) return;
     ignoringFailures([&] {
         if (backup->Exists()) backup->Delete();
     });
@@ -26,24 +27,53 @@ void createDirectory(const std::string& path) {
     folder->CreateDirectory();
 }
 
+// Sets a flag for as long as it lives.
+class Raised {
+  public:
+    Raised(bool& flag, bool value) : mFlag(flag) { mFlag = value; }
+    ~Raised() { mFlag = false; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+  private:
+    bool& mFlag;
+};
+
+// Writes to a file that is open, and closes it also where what is to be written fails.
+template <class MakeText>
+void writeAndClose(FileSystemObject& file, MakeText&& makeText) {
+    try {
+        file.Write(makeText());
+    } catch (...) {
+        ignoringFailures([&] { file.Close(); });
+        throw;
+    }
+    file.Close();
+}
+
 }  // namespace
 
 bool QbProject::SaveToDisk(bool checkForNewOrDeletedSSItems) {
+    const Raised converting(mConverting, mTypeOnDisk != ProjectType());
     ProjectWriter(*this).Check();
-    if (Filename->Exists()) makeBackup(*Filename);
-    if (!ignoringFailures([&] { Filename->Open(kWriteProject); })) {
-        platform().messages->Show("Could not save to '" + Filename->FullPath() +
+    const auto file = Filename;
+    if (file->Exists()) makeBackup(*file);
+    if (!ignoringFailures([&] { file->Open(kWriteProject); })) {
+        platform().messages->Show("Could not save to '" + file->FullPath() +
                                       "'.  Please check that this file is accessible and is not read-only.",
                                   "Could not save", MessageButtons::bsOK, MessageIcon::biExclamation);
         return false;
     }
-    if (SSActivated()) {
-        createDirectory(ProjectDataPath());
-        createDirectory(TopicDataPath());
-    }
     // The file is empty by now; if this fails, the backup is the way back.
-    Filename->Write(Save());
-    Filename->Close();
+    at(file->FullPath(), [&] {
+        writeAndClose(*file, [&] {
+            if (SSActivated()) {
+                createDirectory(ProjectDataPath());
+                createDirectory(TopicDataPath());
+            }
+            return Save();
+        });
+    });
     mTypeOnDisk = ProjectType();
     SetDirty(false);
     if (checkForNewOrDeletedSSItems && SSActivated()) saveDeletions();
