@@ -19,9 +19,10 @@ class ItemCollection : public Object {
     bool HasKey(const std::string& key) const { return mCol.HasKey(key); }
 
   protected:
-    // The item, or none.
+    // The item, or none; an index that is neither a position nor a key finds none too.
     Ref<T> find(const Value& index) const {
-        const auto* item = mCol.Find(index);
+        const Ref<T>* item = nullptr;
+        ignoringFailures([&] { item = mCol.Find(index); });
         return item ? *item : nullptr;
     }
 

@@ -132,7 +132,7 @@ void OtherFiles::Add(const Ref<OtherFile>& item, const Value& key, const Value& 
     const auto project = QbProject();
     if (project && !PauseEvents) project->FireOtherFileAdded(item);
     // A file that was taken out and put back before the save is not deleted.
-    ignoringFailures([&] { mDeletedFiles->Remove(key); });
+    ignoringFailures([&] { mDeletedFiles->Remove(toText(key)); });
 }
 
 void OtherFiles::Remove(const Value& key) {

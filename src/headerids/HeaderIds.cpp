@@ -81,7 +81,8 @@ void HeaderIds::loadLine(const std::string& line) {
 
 int HeaderIds::ItemIndex(const quillbox::Value& index) const {
     const auto* text = index.If<std::string>();
-    const double number = text ? leadingNumber(*text) : index.IsBlank() ? 0 : toNumber(index);
+    double number = 0;
+    ignoringFailures([&] { number = text ? leadingNumber(*text) : toNumber(index); });
     if (number != 0) return number >= 1 && number <= Count() ? static_cast<int>(number) : 0;
     if (!text || text->empty()) return 0;
     int position = 0;

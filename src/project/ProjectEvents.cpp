@@ -1,5 +1,6 @@
 // The hub: what items and collections tell the project.
 
+#include "base/Text.h"
 #include "booklets/Manifest.h"
 #include "booklets/ManifestEntry.h"
 #include "content/GlossaryItems.h"
@@ -22,14 +23,16 @@ void raiseUnless(bool paused, Signal& signal, const A&... arguments) {
 
 // Leaves a frozen title where nodes and entries pointed to a topic that is gone.
 void cutLoose(QbProject& project, const Topic& topic) {
+    // The topic is no longer in its collection, so what pointed to it is known by its key.
+    const auto isIt = [&](const std::string& id) { return !id.empty() && sameText(id, topic.Key); };
     for (const auto& node : project.QbNodes()->AllNodes()->Items()) {
-        if (node->QbNodeType() != ntSingleTopic || node->TopicID() != topic.Key) continue;
+        if (node->QbNodeType() != ntSingleTopic || !isIt(node->TopicID())) continue;
         node->SetCaptionText(topic.ContentsTitle());
         node->SetQbNodeType(ntStandard);
     }
     for (const auto& manifest : project.Manifests()->Items()) {
         for (const auto& entry : manifest->Entries()->AllEntries()->Items()) {
-            if (entry->TopicID() != topic.Key) continue;
+            if (!isIt(entry->TopicID())) continue;
             entry->SetTitle(topic.ContentsTitle());
             entry->SetTopic(nullptr);
         }

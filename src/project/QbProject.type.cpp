@@ -28,17 +28,17 @@ constexpr const char* kRaises =
 void describeSettings(Describe<P>& d) {
     d.part("Filename", &P::Filename, "A FileSystemObject object identifying the location of this QbProject.")
         .part("VariableValues", &P::VariableValues,
-               "Collection of named values associated with this QbProject")
+              "Collection of named values associated with this QbProject")
         .part("Topics", &P::Topics, "The topics, keyed by their Key.")
-        .field(
+        .part(
             "TopicCategories", &P::TopicCategories,
             "Collection of Categories for the purposes of logically grouping Topics with the user interface.")
         .part("OtherFiles", &P::OtherFiles, "Collection of non-topic files associated with this QbProject.")
         .part("Tasks", &P::Tasks, "The project's tasks.")
         .part("SpellIgnoreAllWordList", &P::SpellIgnoreAllWordList,
-               "A list of words added to the Ignore All list for this project.  This list is shared amongst "
-               "the spell "
-               "checking components to ensure common project terms are not encountered over and over again.")
+              "A list of words added to the Ignore All list for this project.  This list is shared amongst "
+              "the spell "
+              "checking components to ensure common project terms are not encountered over and over again.")
         .property("QbNodes", &P::QbNodes, &P::SetQbNodes, "The top level of the contents tree.")
         .property("TopicsDirty", &P::TopicsDirty, &P::SetTopicsDirty,
                   "True if one or more topics have unsaved changes.")

@@ -9,8 +9,6 @@ namespace quillbox {
 void Topics::Add(const Ref<Topic>& item, const Value& key, const Value& before, const Value& after) {
     mCol.Add(item, key, before, after);
     mNames.Forget();
-    // The list of removed topics has no keys: this finds nothing, and the save looks again. It is meant so.
-    ignoringFailures([&] { mDeletedTopics->Remove(key); });
     const auto project = QbProject();
     if (project && !PauseEvents) project->FireTopicAdded(item);
 }

@@ -29,7 +29,7 @@ class Topics : public ItemCollection<Topic> {
     // The first topic in list order with that name in any case; none where there is no such topic.
     Ref<Topic> ByName(const std::string& name) const;
 
-    // For the save of the project.
+    // For the save of the project, which looks whether a removed topic has come back.
     Ref<Collection> DeletedTopics() const { return mDeletedTopics; }
     void ClearDeletedTopics() { mDeletedTopics = make<Collection>(); }
 
