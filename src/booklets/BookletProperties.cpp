@@ -47,7 +47,7 @@ Ref<Topic> BookletProperties::CoverPageTopic() const {
 void BookletProperties::Load(const Ref<XMLElement>& e) {
     mLoading = true;
     SetTemplateName(required(e, "TemplateName"));
-    SetPageBreaks(static_cast<PageBreaksEnum>(static_cast<int>(numberOf(e, "PageBreaks"))));
+    SetPageBreaks(static_cast<PageBreaksEnum>(toInteger(numberOf(e, "PageBreaks"))));
     SetUnPrintableLeft(numberOf(e, "UnprintableLeft"));
     SetUnPrintableRight(numberOf(e, "UnprintableRight"));
     SetUnPrintableTop(numberOf(e, "UnprintableTop"));
@@ -56,7 +56,7 @@ void BookletProperties::Load(const Ref<XMLElement>& e) {
     SetMarginRight(numberOf(e, "MarginRight"));
     SetMarginTop(numberOf(e, "MarginTop"));
     SetMarginBottom(numberOf(e, "MarginBottom"));
-    SetPaperSize(static_cast<PaperSizeEnum>(static_cast<int>(numberOf(e, "Papersize"))));
+    SetPaperSize(static_cast<PaperSizeEnum>(toInteger(numberOf(e, "Papersize"))));
     SetOutputFileName(required(e, "OutputFileName"));
     SetCoverpageTopicID(required(e, "CoverpageTopicID"));
     const auto read = [&](const char* name, auto&& use) { optionalAttribute(e, name, use); };

@@ -27,16 +27,11 @@ State& state() {
 Ref<TopicStatuses> topicStatuses() {
     if (!state().statuses) {
         const auto path = ConfigPath() + "statuscodes.xml";
-        const auto file = newFile(path);
         // Stored before the load: after a file that fails, the list keeps what was read, and the first caller
         // hears.
         const auto statuses = state().statuses = make<TopicStatuses>();
-        if (file->Exists()) {
-            at(path, [&] {
-                const auto document = platform().xml->NewDocument();
-                document->Parse(file->ReadAll());
-                statuses->Load(document->RootElement());
-            });
+        if (newFile(path)->Exists()) {
+            at(path, [&] { statuses->Load(parseFile(path)->RootElement()); });
         }
     }
     return state().statuses;

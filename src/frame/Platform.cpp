@@ -1,5 +1,7 @@
 #include "frame/Platform.h"
 
+#include "base/AutomationError.h"
+
 namespace quillbox {
 
 Platform& platform() {
@@ -11,6 +13,14 @@ Ref<FileSystemObject> newFile(const std::string& path) {
     auto file = platform().files->NewFileSystemObject();
     file->SetPath(path);
     return file;
+}
+
+Ref<XMLDocument> parseFile(const std::string& path) {
+    return at(path, [&] {
+        const auto document = platform().xml->NewDocument();
+        document->Parse(newFile(path)->ReadAll());
+        return document;
+    });
 }
 
 }  // namespace quillbox

@@ -40,4 +40,7 @@ Platform makeDefaultPlatform();
 // A file object on a path.
 Ref<FileSystemObject> newFile(const std::string& path);
 
+// The document that stands in a file. Fails for a file that is missing or not well-formed, and names it.
+Ref<XMLDocument> parseFile(const std::string& path);
+
 }  // namespace quillbox

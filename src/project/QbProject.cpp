@@ -184,11 +184,8 @@ Ref<Manifest> QbProject::NewManifest(const std::string& name, ManifestTypeEnum t
     if (type == mtBooklet) {
         const auto path = ConfigPath() + "bookletproperties.xml";
         at(path, [&] {
-            const auto document = platform().xml->NewDocument();
-            document->LoadFile(path);
-            if (document->RootElement()->Name() == "BookletProperties") {
-                manifest->BookletProperties->Load(document->RootElement());
-            }
+            const auto root = parseFile(path)->RootElement();
+            if (root->Name() == "BookletProperties") manifest->BookletProperties->Load(root);
         });
     }
     manifest->SetName(name);
