@@ -48,15 +48,13 @@ std::int32_t DllRegisterServer() {
     return c::guarded(nullptr, [] {
         auto& settings = *platform().settings;
         const auto path = libraryPath();
-        const auto installDir = settings.Read(Hive::LocalMachine, kSettings, "InstallDir");
         forEachCreatable([&](const std::string& name, const std::string& id) {
             settings.Write(Hive::LocalMachine, c::idKey(name), "", id);
             settings.Write(Hive::LocalMachine, c::nameKey(id), "", name);
             settings.Write(Hive::LocalMachine, c::pathKey(id), "", path);
         });
-        // What served as long as the machine had no settings is written down now that it has.
-        if (settings.Read(Hive::LocalMachine, kSettings, "InstallDir").empty() && !installDir.empty()) {
-            settings.Write(Hive::LocalMachine, kSettings, "InstallDir", installDir);
+        if (settings.Read(Hive::LocalMachine, kSettings, "InstallDir").empty()) {
+            settings.Write(Hive::LocalMachine, kSettings, "InstallDir", settings.DataDirectory());
         }
         return QB_OK;
     });

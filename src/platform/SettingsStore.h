@@ -17,6 +17,8 @@ class SettingsStore {
                        const std::string& value) = 0;
     // A value that is not there is fine.
     virtual void Delete(Hive hive, const std::string& key, const std::string& valueName) = 0;
+    // The folder of the data that the library came with; empty where there is none.
+    virtual std::string DataDirectory() { return {}; }
 };
 
 }  // namespace quillbox

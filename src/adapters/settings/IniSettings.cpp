@@ -78,6 +78,8 @@ class IniSettings : public SettingsStore {
         file.Delete(key, valueName);
         file.Save();
     }
+
+    std::string DataDirectory() override { return dataDirectory(); }
 };
 
 }  // namespace
