@@ -1,23 +1,142 @@
 #include "build/QbDataProvider.h"
 
+#include "base/Text.h"
+#include "booklets/Manifest.h"
+#include "booklets/ManifestEntry.h"
+#include "build/ItemFamily.h"
+#include "build/ItemProperties.h"
+#include "build/TagValues.h"
 #include "project/QbProject.h"
 
 namespace quillbox {
 
-std::string QbDataProvider::ProvideData(const Ref<Element>&, const Ref<FileSystemObject>&) { return {}; }
-Ref<Object> QbDataProvider::CurrentRootItem() const { return mCurrentRootItem; }
-void QbDataProvider::SetCurrentRootItem(const Ref<Object>& item) {
-    mCurrentRootItem = std::dynamic_pointer_cast<QbProject>(item);
+namespace {
+
+constexpr std::size_t kLongEnough = 600;
+
+}  // namespace
+
+quillbox::Document& QbDataProvider::NeedDocument() const {
+    // Whoever asks is called by somebody who holds the document.
+    if (const auto document = Document()) return *document;
+    throw AutomationError("The data provider has no document");
 }
+
+QbProject& QbDataProvider::NeedProject() const {
+    if (const auto project = projectOf(NeedDocument())) return *project;
+    throw AutomationError("The document of the data provider holds no project");
+}
+
+Ref<Object> QbDataProvider::CurrentRootItem() const { return mCurrentRootItem; }
+
+void QbDataProvider::SetCurrentRootItem(const Ref<Object>& item) {
+    const auto project = std::dynamic_pointer_cast<QbProject>(item);
+    if (item && !project) throw AutomationError("The root item of a build has to be a project");
+    mCurrentRootItem = project;
+    if (project) project->IncrementingValues = make<Collection>();
+}
+
 void QbDataProvider::SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
                                     const std::string& itemType, const Ref<Object>& parentItem) {
     mNamespaceDef = def;
     mCurrentItem = item;
     mCurrentItemType = itemType;
     mCurrentParentItem = parentItem;
+    if (auto project = std::dynamic_pointer_cast<QbProject>(item)) mCurrentRootItem = std::move(project);
+    mCommonProviderSet = false;
 }
-std::string QbDataProvider::ParseForProperties(const std::string& text) { return text; }
-std::string QbDataProvider::GetProperty(const std::string&) { return {}; }
-Ref<Object> QbDataProvider::Clone() { return make<QbDataProvider>(); }
+
+Ref<Manifest> QbDataProvider::CurrentManifest() const {
+    if (auto manifest = std::dynamic_pointer_cast<Manifest>(mCurrentItem)) return manifest;
+    if (const auto entry = std::dynamic_pointer_cast<ManifestEntry>(mCurrentItem)) {
+        if (auto manifest = entry->Manifest()) return manifest;
+    }
+    if (auto manifest = std::dynamic_pointer_cast<Manifest>(mCurrentParentItem)) return manifest;
+    return mCurrentManifest;
+}
+
+void QbDataProvider::RememberManifest() {
+    if (auto manifest = CurrentManifest()) mCurrentManifest = std::move(manifest);
+}
+
+IDataProvider& QbDataProvider::CommonProvider() {
+    if (!mCommonProvider) mCommonProvider = NeedDocument().NewCommonProvider();
+    auto* common = dynamic_cast<IDataProvider*>(mCommonProvider.get());
+    if (!common) throw AutomationError("The document has no common provider");
+    if (!mCommonProviderSet) {
+        common->SetCurrentItem(mNamespaceDef, mCurrentItem, mCurrentItemType, mCurrentParentItem);
+        common->SetCurrentRootItem(mCurrentRootItem);
+        mCommonProviderSet = true;
+    }
+    return *common;
+}
+
+Ref<QbDataProvider> QbDataProvider::ForList() const {
+    auto provider = make<QbDataProvider>();
+    provider->mMemory = mMemory;
+    provider->mDocument = mDocument;
+    provider->SetCurrentRootItem(mCurrentRootItem);
+    return provider;
+}
+
+Ref<QbDataProvider> QbDataProvider::ForBookletLinks() const {
+    auto provider = ForList();
+    provider->mCurrentManifest = CurrentManifest();
+    return provider;
+}
+
+Ref<QbDataProvider> QbDataProvider::Copy() const {
+    auto copy = ForList();
+    copy->SetCurrentItem(mNamespaceDef, mCurrentItem, mCurrentItemType, mCurrentParentItem);
+    return copy;
+}
+
+std::string QbDataProvider::ParseForProperties(const std::string& text) {
+    return Expand(text, nullptr, "the text");
+}
+
+std::string QbDataProvider::Expand(std::string text, const Ref<FileSystemObject>& file,
+                                   const std::string& place) {
+    if (text.find("%%") == std::string::npos) return text;
+    return expandPieces(splitTags(text), file, place);
+}
+
+std::string QbDataProvider::ExpandTemplateText(const std::string& text, const std::string& place,
+                                               const Ref<FileSystemObject>& file) {
+    if (text.find("%%") == std::string::npos) return text;
+    return expandPieces(*mMemory->Pieces(text), file, place);
+}
+
+std::string QbDataProvider::ExpandScrap(const std::string& name) {
+    return ExpandTemplateText(NeedDocument().Scrap(name), "the scrap '" + name + "'");
+}
+
+std::string QbDataProvider::Parse(const std::string& text, const std::string& place) {
+    return replaceAll(ExpandTemplateText(text, place), "<crlf>", "<br>");
+}
+
+std::string QbDataProvider::expandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
+                                         const std::string& place) {
+    std::string out;
+    const auto valueOf = [&](const TagPiece& tag) {
+        try {
+            return ProvideData(tag.element, file);
+        } catch (const AutomationError& error) {
+            // A hundred levels of texts within texts need not all be told.
+            if (error.Description().size() > kLongEnough) throw;
+            throw error.Inside(place + ", line " + std::to_string(tag.line) + ", " + tag.text);
+        }
+    };
+    expandTags(pieces, valueOf, out);
+    return out;
+}
+
+std::string QbDataProvider::ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) {
+    if (!element) throw AutomationError("There is no tag to give a value to");
+    const ProviderMemory::Answering answering(*mMemory);
+    return tagValue({*this, *element, element, file});
+}
+
+std::string QbDataProvider::GetProperty(const std::string& name) { return itemProperty(*this, name); }
 
 }  // namespace quillbox

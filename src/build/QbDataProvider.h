@@ -1,7 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "build/ProviderMemory.h"
 #include "platform/engine/Document.h"
 
 namespace quillbox {
@@ -15,6 +17,7 @@ class QbDataProvider : public Object, public IDataProvider {
     static constexpr std::string_view kClassName = "QbDataProvider";
     std::string_view ClassName() const override { return kClassName; }
 
+    // None where the document has gone.
     Ref<quillbox::Document> Document() const { return mDocument.Get(); }
     void SetDocument(const Ref<quillbox::Document>& document) { mDocument.Set(document); }
 
@@ -22,6 +25,7 @@ class QbDataProvider : public Object, public IDataProvider {
     void Initialise(const Ref<Object>&) override {}
     void Terminate() override {}
     Ref<Object> CurrentRootItem() const override;
+    // Restarts the counters of the project, so that every list and every clone does. It is meant so.
     void SetCurrentRootItem(const Ref<Object>& item) override;
     Ref<Object> CurrentParentItem() const override { return mCurrentParentItem; }
     void SetCurrentParentItem(const Ref<Object>& item) override { mCurrentParentItem = item; }
@@ -35,15 +39,50 @@ class QbDataProvider : public Object, public IDataProvider {
                         const std::string& itemType, const Ref<Object>& parentItem) override;
     std::string ParseForProperties(const std::string& text) override;
     std::string GetProperty(const std::string& name) override;
-    Ref<Object> Clone() override;
+    Ref<Object> Clone() override { return Copy(); }
+
+    // The rest is for what the tags are made of.
+
+    // Each fails where there is none.
+    quillbox::Document& NeedDocument() const;
+    QbProject& NeedProject() const;
+    // None where no booklet is at work.
+    Ref<Manifest> CurrentManifest() const;
+    void RememberManifest();
+    Ref<quillbox::QbProject> RootProject() const { return mCurrentRootItem; }
+    IDataProvider& CommonProvider();
+    ProviderMemory& Memory() const { return *mMemory; }
+
+    Ref<QbDataProvider> Copy() const;
+    // Another provider for the same document and root item, with no current item.
+    Ref<QbDataProvider> ForList() const;
+    // The same, which also knows the booklet at work.
+    Ref<QbDataProvider> ForBookletLinks() const;
+
+    // The text with the values of its tags, for the page being written. `place` names the text in a failure.
+    std::string Expand(std::string text, const Ref<FileSystemObject>& file, const std::string& place);
+    // Text of a template, which comes again and again.
+    std::string ExpandTemplateText(const std::string& text, const std::string& place,
+                                   const Ref<FileSystemObject>& file = nullptr);
+    std::string ExpandScrap(const std::string& name);
+    // Template text, in which "<crlf>" stands for a line break.
+    std::string Parse(const std::string& text, const std::string& place);
 
   private:
+    std::string expandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
+                             const std::string& place);
+
     Ref<Object> mCurrentItem;
     Ref<quillbox::NamespaceDef> mNamespaceDef;
     Ref<Object> mCurrentParentItem;
     std::string mCurrentItemType;
     Ref<QbProject> mCurrentRootItem;
     ObjectReference<quillbox::Document> mDocument;
+    Ref<Object> mCommonProvider;
+    // False while the common provider has not been told of the current item.
+    bool mCommonProviderSet = false;
+    Ref<Manifest> mCurrentManifest;
+    std::shared_ptr<ProviderMemory> mMemory = std::make_shared<ProviderMemory>();
 };
 
 }  // namespace quillbox

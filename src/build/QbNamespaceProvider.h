@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/engine/Document.h"
@@ -10,7 +11,8 @@ namespace quillbox {
 class QbDataProvider;
 class QbProject;
 
-// Shows a project to the document engine as a tree of typed items. Serves one build of one document.
+// Shows a project to the document engine as a tree of typed items, and lists what was written. Serves one
+// build.
 class QbNamespaceProvider : public Object, public INamespaceProvider {
   public:
     static constexpr std::string_view kClassName = "QbNamespaceProvider";
@@ -43,9 +45,16 @@ class QbNamespaceProvider : public Object, public INamespaceProvider {
     bool VerifyMoniker(const std::string&, std::string&) override { return false; }
 
   private:
+    Ref<Document> document() const;
+    Ref<QbProject> project() const;
+
+    // Held only where the provider made the document itself.
     Ref<Document> mDocumentHolder;
     ObjectReference<Document> mDocument;
     Ref<QbDataProvider> mData;
+    // What was written, relative to the output folder, in the order of writing; and the full names, folded.
+    std::vector<std::string> mTopicMap;
+    std::unordered_set<std::string> mNames;
 };
 
 }  // namespace quillbox

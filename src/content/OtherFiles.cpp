@@ -120,6 +120,26 @@ Ref<OtherFile> OtherFiles::byName(const std::string& filename) const {
         });
 }
 
+void OtherFiles::forgetNames() {
+    mNames.Forget();
+    mStyleSheets = {};
+}
+
+const std::vector<std::string>& OtherFiles::StyleSheetNames() const {
+    const auto base = mQbProject.Need()->Filename;
+    const auto& state = FileSystemObject::WatchedPaths();
+    if (mStyleSheets.base != base || mStyleSheets.state != state.Count()) {
+        base->Watch();
+        mStyleSheets = {{}, base, 0};
+        for (const auto& file : Items()) {
+            file->Filename()->Watch();
+            if (file->IsStyleSheet()) mStyleSheets.names.push_back(file->RelativeFileName());
+        }
+        mStyleSheets.state = state.Count();
+    }
+    return mStyleSheets.names;
+}
+
 Ref<OtherFile> OtherFiles::Item(const Value& key) const {
     if (auto file = find(key)) return file;
     const auto* name = key.If<std::string>();
@@ -128,7 +148,7 @@ Ref<OtherFile> OtherFiles::Item(const Value& key) const {
 
 void OtherFiles::Add(const Ref<OtherFile>& item, const Value& key, const Value& before, const Value& after) {
     mCol.Add(item, key, before, after);
-    mNames.Forget();
+    forgetNames();
     const auto project = QbProject();
     if (project && !PauseEvents) project->FireOtherFileAdded(item);
     // A file that was taken out and put back before the save is not deleted.
@@ -137,7 +157,7 @@ void OtherFiles::Add(const Ref<OtherFile>& item, const Value& key, const Value& 
 
 void OtherFiles::Remove(const Value& key) {
     const auto file = mCol.Remove(key);
-    mNames.Forget();
+    forgetNames();
     const auto project = QbProject();
     if (!project || PauseEvents) return;
     project->FireOtherFileRemoved(file);

@@ -3,6 +3,7 @@
 #include <sigc++/sigc++.h>
 
 #include <string>
+#include <vector>
 
 #include "base/Collection.h"
 #include "base/ItemCollection.h"
@@ -74,16 +75,27 @@ class OtherFiles : public ItemCollection<OtherFile> {
     // Whether a file of that name is in the list, in any case; the disk is not asked.
     bool Exists(const std::string& filename) const { return byName(filename) != nullptr; }
 
+    // The relative names of the stylesheets, in list order.
+    const std::vector<std::string>& StyleSheetNames() const;
+
     // For the save of the project.
     Ref<Collection> DeletedFiles() const { return mDeletedFiles; }
     void ClearDeletedFiles() { mDeletedFiles = make<Collection>(); }
 
   private:
     Ref<OtherFile> byName(const std::string& filename) const;
+    void forgetNames();
 
     ProjectHandle mQbProject;
     Ref<Collection> mDeletedFiles = make<Collection>();
     mutable NameTable<OtherFile> mNames;
+    // The names hold for one project file and one state of all paths.
+    struct StyleSheets {
+        std::vector<std::string> names;
+        Ref<FileSystemObject> base;
+        unsigned long state = 0;
+    };
+    mutable StyleSheets mStyleSheets;
 };
 
 }  // namespace quillbox

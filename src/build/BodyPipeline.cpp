@@ -1,0 +1,37 @@
+#include "build/BodyPipeline.h"
+
+#include "base/AutomationError.h"
+#include "build/AnchorPass.h"
+#include "build/BookletPass.h"
+#include "build/GlossaryPass.h"
+#include "build/QbDataProvider.h"
+#include "project/QbProject.h"
+#include "topics/Topic.h"
+
+namespace quillbox {
+
+namespace {
+
+bool isForPrint(QbDataProvider& provider) {
+    const auto pageTemplate = provider.NeedDocument().Template();
+    return pageTemplate && pageTemplate->Supports().find('p') != std::string::npos;
+}
+
+std::string resolved(QbDataProvider& provider, std::string text, const Ref<FileSystemObject>& file,
+                     const std::string& place) {
+    text = provider.Expand(std::move(text), file, place);
+    if (!provider.NeedProject().CMPFileName().empty()) text = resolveAnchors(text);
+    text = resolveGlossaryReferences(provider, std::move(text));
+    return isForPrint(provider) ? prepareForPrint(provider, text) : text;
+}
+
+}  // namespace
+
+std::string topicSection(QbDataProvider& provider, const Topic& topic, const std::string& name,
+                         const Ref<FileSystemObject>& file) {
+    return inside(
+        [&] { return "the topic '" + topic.Name() + "'"; },
+        [&] { return resolved(provider, topic.TopicSectionData(name), file, "the section '" + name + "'"); });
+}
+
+}  // namespace quillbox

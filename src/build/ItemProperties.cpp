@@ -1,0 +1,152 @@
+#include "build/ItemProperties.h"
+
+#include <unordered_map>
+
+#include "base/Text.h"
+#include "booklets/Manifest.h"
+#include "booklets/ManifestEntry.h"
+#include "build/EntryNumbers.h"
+#include "build/PageBreaks.h"
+#include "build/QbDataProvider.h"
+#include "frame/typelib/TypeLibrary.h"
+#include "project/QbProject.h"
+#include "topics/Topic.h"
+
+namespace quillbox {
+
+namespace {
+
+template <class T>
+Ref<T> currentAs(const QbDataProvider& provider) {
+    return std::dynamic_pointer_cast<T>(provider.CurrentItem());
+}
+
+// A member of the current item, whatever its class; fails where it has none of that name.
+std::string memberText(const QbDataProvider& provider, const char* name) {
+    return toText(getMember(*provider.CurrentItem(), name));
+}
+
+bool isMenuLink(const QbDataProvider& provider) {
+    return sameText(provider.CurrentItem()->ClassName(), "MenuLink");
+}
+
+std::string title(QbDataProvider& provider) {
+    if (const auto topic = currentAs<Topic>(provider)) return topic->Title();
+    if (const auto entry = currentAs<ManifestEntry>(provider)) return entry->RuntimeTitle();
+    const auto kind = provider.CurrentItem()->ClassName();
+    const bool named = kind == "Manifest" || kind == "Keyword" || isMenuLink(provider);
+    return memberText(provider, named ? "Name" : "Title");
+}
+
+std::string manifestTitle(QbDataProvider& provider) {
+    const auto manifest = provider.CurrentManifest();
+    return manifest ? manifest->BookletProperties->Title() : std::string();
+}
+
+std::string qualifiedName(QbDataProvider& provider) {
+    return memberText(provider, isMenuLink(provider) ? "Target" : "QualifiedName");
+}
+
+std::string projectTitle(QbDataProvider& provider) {
+    const auto project = provider.RootProject();
+    return project ? project->Title() : std::string();
+}
+
+std::string lineBreak(QbDataProvider&) { return "\r\n"; }
+
+std::string helpFileTitle(QbDataProvider& provider) { return provider.NeedDocument().Title; }
+
+constexpr const char* kGlossaryPage = "Glossary.html";
+
+std::string relatedTarget(const RelatedTopic& link) {
+    if (link.RelatedTopicType() != rttTopic) return link.URL();
+    if (const auto child = link.ChildTopic()) return child->Name() + ".html";
+    return link.ChildTopicKey == kGlossaryPage ? kGlossaryPage : "#";
+}
+
+std::string linkTarget(QbDataProvider& provider) {
+    if (const auto link = currentAs<RelatedTopic>(provider)) return relatedTarget(*link);
+    return isMenuLink(provider) ? memberText(provider, "Target")
+                                : memberText(provider, "QualifiedName") + ".html";
+}
+
+std::string linkTitle(QbDataProvider& provider) {
+    const auto link = currentAs<RelatedTopic>(provider);
+    if (!link) return {};
+    const auto own = link->Title();
+    if (link->RelatedTopicType() != rttTopic || (!own.empty() && !own.starts_with('{'))) return own;
+    if (const auto child = link->ChildTopic()) return child->Title();
+    return link->ChildTopicKey == kGlossaryPage ? "Glossary" : "{No Child Topic}";
+}
+
+std::string glossaryLetter(QbDataProvider& provider) { return memberText(provider, "Name"); }
+
+std::string glossaryLetterLink(QbDataProvider& provider) {
+    const auto letter = memberText(provider, "Name");
+    if (leadingNumber(memberText(provider, "Value")) <= 0) return letter;
+    return "<a href=\"#" + letter + "\">" + letter + "</a>";
+}
+
+std::string glossaryTerm(QbDataProvider& provider) {
+    return replaceAll(memberText(provider, "Term"), "\r\n", "");
+}
+
+std::string glossaryDefinition(QbDataProvider& provider) {
+    return replaceAll(memberText(provider, "Definition"), "\r\n", " ");
+}
+
+std::string breakBefore(QbDataProvider& provider) {
+    const auto entry = currentAs<ManifestEntry>(provider);
+    return entry ? pageBreakBefore(provider, *entry) : std::string();
+}
+
+std::string breakAfter(QbDataProvider&) { return {}; }
+
+std::string entryNumber(QbDataProvider& provider) {
+    const auto manifest = provider.CurrentManifest();
+    if (!manifest || manifest->BookletProperties->EntryNumbering() == enNone) return {};
+    if (const auto entry = currentAs<ManifestEntry>(provider)) return entry->RuntimeEntryNumber();
+    const auto topic = currentAs<Topic>(provider);
+    return topic ? topic->RuntimeEntryNumber : std::string();
+}
+
+using Property = std::string (*)(QbDataProvider& provider);
+
+Property propertyOf(const std::string& name) {
+    static const std::unordered_map<std::string, Property> table = {
+        {"itemtitle", title},
+        {"item_title", title},
+        {"title", title},
+        {"topictitle", title},
+        {"manifesttitle", manifestTitle},
+        {"booklettitle", manifestTitle},
+        {"itemqualifiedname", qualifiedName},
+        {"projecttitle", projectTitle},
+        {"crlf", lineBreak},
+        {"projectgroupdescription", helpFileTitle},
+        {"helpfiletitle", helpFileTitle},
+        {"linktarget", linkTarget},
+        {"linktitle", linkTitle},
+        {"glossaryletterlink", glossaryLetterLink},
+        {"glossaryletter", glossaryLetter},
+        {"glossaryitemterm", glossaryTerm},
+        {"glossaryitemdefinition", glossaryDefinition},
+        {"manifestentrypagebreakbefore", breakBefore},
+        {"bookletentrypagebreakbefore", breakBefore},
+        {"bookletentrypagebreakafter", breakAfter},
+        {"entrynumber", entryNumber},
+    };
+    const auto found = table.find(name);
+    return found == table.end() ? nullptr : found->second;
+}
+
+}  // namespace
+
+std::string itemProperty(QbDataProvider& provider, const std::string& name) {
+    const auto key = lower(name);
+    const auto property = propertyOf(key);
+    if (!property) return provider.CommonProvider().GetProperty(key);
+    return provider.CurrentItem() ? property(provider) : std::string();
+}
+
+}  // namespace quillbox

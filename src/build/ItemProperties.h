@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace quillbox {
+
+class QbDataProvider;
+
+// A simple value of the current item, by a name in any case. Names that are not known go to the common
+// provider.
+std::string itemProperty(QbDataProvider& provider, const std::string& name);
+
+}  // namespace quillbox

@@ -1,0 +1,156 @@
+#include "build/NamespaceItems.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+#include "base/SortedList.h"
+#include "base/Text.h"
+#include "booklets/Manifest.h"
+#include "booklets/ManifestEntry.h"
+#include "content/GlossaryItems.h"
+#include "project/QbProject.h"
+#include "topics/RelatedTopics.h"
+#include "topics/Topic.h"
+#include "topics/Topics.h"
+
+namespace quillbox {
+
+namespace {
+
+using Items = std::vector<Ref<Object>>;
+
+QbProject& needProject(const ItemQuery& query) {
+    if (!query.project) throw AutomationError("There is no project to take items from");
+    return *query.project;
+}
+
+template <class T>
+Items asItems(const std::vector<Ref<T>>& items) {
+    return {items.begin(), items.end()};
+}
+
+Items wholeProject(const ItemQuery& query) {
+    needProject(query);
+    return {query.project};
+}
+
+Items topics(const ItemQuery& query) {
+    const auto parent = std::dynamic_pointer_cast<QbProject>(query.parent);
+    Items items;
+    for (const auto& topic : (parent ? *parent : needProject(query)).Topics->Items()) {
+        if (topic->IncludeInHelpFile()) items.push_back(topic);
+    }
+    return items;
+}
+
+// The booklet being built, and no other.
+Items manifest(const ItemQuery& query) {
+    for (const auto& one : needProject(query).Manifests()->Items()) {
+        if (one->BuildIncludeFlag) return {one};
+    }
+    return {};
+}
+
+Items manifestEntries(const ItemQuery& query) {
+    if (const auto manifest = std::dynamic_pointer_cast<Manifest>(query.parent)) {
+        return asItems(manifest->Entries()->Items());
+    }
+    if (const auto entry = std::dynamic_pointer_cast<ManifestEntry>(query.parent)) {
+        return asItems(entry->ChildEntries->Items());
+    }
+    return {};
+}
+
+bool isWanted(const RelatedTopic& link, const std::string& typeID) {
+    if (typeID.empty()) return true;
+    return link.Category().empty() ? typeID == "blank" : typeID == "notblank";
+}
+
+Items linkCategories(const ItemQuery& query) {
+    const auto topic = std::dynamic_pointer_cast<Topic>(query.parent);
+    if (!topic) return {};
+    Items items;
+    std::unordered_set<std::string> seen;
+    for (const auto& link : topic->RelatedTopics()->Items()) {
+        if (!isWanted(*link, query.filter.TypeID) || !seen.insert(foldKey(link->Category())).second) continue;
+        auto category = make<RelatedTopicCategory>();
+        category->Name = link->Category();
+        category->Topic = topic;
+        items.push_back(category);
+    }
+    return items;
+}
+
+Items links(const ItemQuery& query) {
+    const auto category = std::dynamic_pointer_cast<RelatedTopicCategory>(query.parent);
+    return category ? asItems(category->Links()->Items()) : Items();
+}
+
+// Empty for an item without a term.
+std::string letterOf(const GlossaryItem& item) { return upper(firstCharacter(trimBlanks(item.Term()))); }
+
+// The letters in use with how often each is; their names and counts are texts.
+class Letters {
+  public:
+    void Count(const std::string& letter, int number) {
+        auto& pair = mByLetter[foldKey(letter)];
+        if (!pair) {
+            pair = make<VariableValue>();
+            pair->Name = letter;
+            pair->Value = "0";
+            mInOrder.push_back(pair);
+        }
+        pair->Value = std::to_string(integerOf(pair->Value) + number);
+    }
+    Items Sorted() const {
+        SortedList<Ref<Object>> sorted;
+        for (const auto& pair : mInOrder) sorted.Add(pair, pair->Name);
+        return sorted.Items();
+    }
+
+  private:
+    std::unordered_map<std::string, Ref<VariableValue>> mByLetter;
+    std::vector<Ref<VariableValue>> mInOrder;
+};
+
+Items glossaryLetters(const ItemQuery& query) {
+    Letters letters;
+    if (query.filter.TypeID == "all") {
+        for (char letter = 'A'; letter <= 'Z'; ++letter) letters.Count(std::string(1, letter), 0);
+    }
+    for (const auto& item : needProject(query).GlossaryItems()->Items()) {
+        const auto letter = letterOf(*item);
+        if (!letter.empty()) letters.Count(letter, 1);
+    }
+    return letters.Sorted();
+}
+
+Items glossaryItems(const ItemQuery& query) {
+    const auto letter = std::dynamic_pointer_cast<VariableValue>(query.parent);
+    if (!letter) return {};
+    SortedList<Ref<Object>> sorted;
+    for (const auto& item : needProject(query).GlossaryItems()->Items()) {
+        if (!item->Term().empty() && letterOf(*item) == letter->Name) sorted.Add(item, item->Term());
+    }
+    return sorted.Items();
+}
+
+}  // namespace
+
+std::vector<Ref<Object>> namespaceItems(const std::string& itemType, const ItemQuery& query) {
+    static const std::unordered_map<std::string, Items (*)(const ItemQuery&)> table = {
+        {"cm.quillbox:qbproject", wholeProject},
+        {"cm.quillbox:topicset", wholeProject},
+        {"cm.quillbox:topic", topics},
+        {"cm.quillbox:manifest", manifest},
+        {"cm.quillbox:manifestentry", manifestEntries},
+        {"cm.quillbox:linkcategory", linkCategories},
+        {"cm.quillbox:link", links},
+        {"cm.quillbox:glossaryletter", glossaryLetters},
+        {"cm.quillbox:glossaryitem", glossaryItems},
+    };
+    const auto found = table.find(lower(itemType));
+    return found == table.end() ? Items() : found->second(query);
+}
+
+}  // namespace quillbox

@@ -1,0 +1,220 @@
+#include "build/TagValues.h"
+
+#include <unordered_map>
+
+#include "base/Text.h"
+#include "booklets/Manifest.h"
+#include "booklets/ManifestEntry.h"
+#include "build/BodyPipeline.h"
+#include "build/BookletPages.h"
+#include "build/ContentsTag.h"
+#include "build/EntryNumbers.h"
+#include "build/ItemLists.h"
+#include "build/ManifestTOC.h"
+#include "build/QbDataProvider.h"
+#include "content/OtherFiles.h"
+#include "frame/typelib/TypeLibrary.h"
+#include "project/QbProject.h"
+#include "topics/Topic.h"
+
+namespace quillbox {
+
+std::string TagCall::Needed(const std::string& name) const {
+    if (const auto* value = element.Attributes->Find(name)) return toText(*value);
+    throw AutomationError("The tag '" + Optional("type") + "' needs the attribute '" + name + "'");
+}
+
+std::string TagCall::Optional(const std::string& name) const {
+    const auto* value = element.Attributes->Find(name);
+    return value ? toText(*value) : std::string();
+}
+
+namespace {
+
+template <class T>
+Ref<T> currentAs(const TagCall& call) {
+    return std::dynamic_pointer_cast<T>(call.provider.CurrentItem());
+}
+
+std::string literal(const TagCall& call) { return call.provider.Parse(call.Needed("value"), "the value"); }
+
+std::string scrap(const TagCall& call) {
+    const auto name = call.Needed("name");
+    return call.provider.Parse(call.provider.NeedDocument().Scrap(name), "the scrap '" + name + "'");
+}
+
+std::string bookletTitle(const TagCall& call) {
+    const auto manifest = call.provider.CurrentManifest();
+    if (!manifest) return {};
+    const auto& properties = *manifest->BookletProperties;
+    if (properties.RawCoverPage() && properties.CoverPageTopic()) return {};
+    return properties.Title();
+}
+
+std::string bookletTableOfContents(const TagCall& call) {
+    const auto manifest = call.provider.CurrentManifest();
+    if (!manifest || !manifest->BookletProperties->GenerateTOC()) return {};
+    const auto current = currentAs<Manifest>(call);
+    if (!current) throw AutomationError("A booklet's table of contents needs a manifest as the current item");
+    return manifestTOC(*current);
+}
+
+std::string section(const TagCall& call) {
+    const auto name = call.Needed("name");
+    auto topic = currentAs<Topic>(call);
+    if (const auto entry = currentAs<ManifestEntry>(call)) topic = entry->Topic();
+    return topic ? topicSection(call.provider, *topic, name, call.file) : std::string();
+}
+
+std::string list(const TagCall& call) {
+    call.provider.RememberManifest();
+    return filteredItemList(call.provider, {call.Needed("scrap"), lower(call.Needed("namespace")),
+                                            lower(call.Optional("filter"))});
+}
+
+std::string fileName(const TagCall& call) { return call.file ? call.file->BaseName() : std::string(); }
+
+// Any failure leaves the place empty.
+std::string variable(const TagCall& call) {
+    std::string value;
+    ignoringFailures([&] {
+        const auto name = call.Needed("name");
+        const ProviderMemory::InVariable scope(call.provider.Memory(), name);
+        const auto text = call.provider.NeedDocument().VariableValues->Item(name)->Value;
+        value = call.provider.ExpandTemplateText("%%ReplaceInQuotes:Value=True%%" + text, "the variable",
+                                                 call.file);
+    });
+    return value;
+}
+
+// An item that does not choose among the stylesheets gets them all.
+std::string styleSheets(const TagCall& call) {
+    const auto item = call.provider.CurrentItem();
+    if (!item) return {};
+    const auto topic = std::dynamic_pointer_cast<Topic>(item);
+    std::string lines;
+    for (const auto& name : call.provider.NeedProject().OtherFiles->StyleSheetNames()) {
+        if (topic && !topic->IncludeStylesheet(name)) continue;
+        if (!lines.empty()) lines += "\r\n";
+        lines += R"(<link rel="stylesheet" type="text/css" href=")" + replaceAll(name, "\\", "/") + "\">";
+    }
+    return lines;
+}
+
+std::string incrementingValue(const TagCall& call) {
+    const auto name = call.Optional("Name");
+    const auto initial = call.Optional("InitialValue");
+    if (name.empty()) return {};
+    auto& counters = call.provider.NeedProject().IncrementingValues;
+    if (!counters) counters = make<Collection>();
+    std::int64_t number = initial.empty() ? 1 : integerOf(initial);
+    if (const auto* last = counters->Find(name)) {
+        number = static_cast<std::int64_t>(toInteger(*last)) + 1;
+        if (number > INT32_MAX) throw AutomationError("The counter '" + name + "' has run full");
+        counters->Remove(name);
+    }
+    counters->Add(static_cast<std::int32_t>(number), name);
+    return std::to_string(number);
+}
+
+std::string glossaryTerm(const TagCall& call) { return call.provider.GetProperty("glossaryitemterm"); }
+std::string glossaryDefinition(const TagCall& call) {
+    return call.provider.GetProperty("glossaryitemdefinition");
+}
+
+std::string linkCaption(const TagCall& call) {
+    const auto link = currentAs<BookletLinkInfo>(call);
+    if (!link) return {};
+    const bool onlyIfOther = link->LinkTopic && sameText(call.Optional("OnlyIfNotTopicTitle"), "True");
+    return onlyIfOther && sameText(link->LinkCaption, link->LinkTopic->Title()) ? std::string()
+                                                                                : link->LinkCaption;
+}
+
+std::string linkURL(const TagCall& call) {
+    const auto link = currentAs<BookletLinkInfo>(call);
+    return link ? link->LinkURL : std::string();
+}
+
+std::string linkEntryNumber(const TagCall& call) {
+    const auto link = currentAs<BookletLinkInfo>(call);
+    const auto manifest = call.provider.CurrentManifest();
+    if (!link || !link->LinkTopic || !manifest) return {};
+    const auto entry = call.provider.Memory().OutlineOf(manifest).EntryOf(link->LinkTopic);
+    return manifestEntryNumber(*manifest, entry, call.Optional("Suffix"));
+}
+
+std::string nothing(const TagCall&) { return {}; }
+
+std::string general(const TagCall& call, const std::string& type) {
+    auto value = call.provider.CommonProvider().ProvideData(call.handle, call.file);
+    if (value.empty()) value = call.provider.GetProperty(type);
+    return value == "{Discard}" ? std::string() : value;
+}
+
+struct TagType {
+    std::string (*value)(const TagCall& call);
+    // The value is the last word: no formats, no escapes.
+    bool whole = false;
+};
+
+const TagType* tagType(const std::string& name) {
+    static const std::unordered_map<std::string, TagType> table = {
+        {"literal", {literal}},
+        {"booklettitle", {bookletTitle}},
+        {"booklettableofcontents", {bookletTableOfContents}},
+        {"topiccontent", {topicContent, true}},
+        {"coverpage", {coverPage, true}},
+        {"topicsection", {section}},
+        {"taggedcomment", {nothing, true}},
+        {"filtereditemlist", {list}},
+        {"scrap", {scrap}},
+        {"tableofcontents", {tableOfContents}},
+        {"filename", {fileName}},
+        {"variable", {variable}},
+        {"stylesheets", {styleSheets}},
+        {"incrementingvalue", {incrementingValue}},
+        {"glossaryitemterm", {glossaryTerm}},
+        {"glossaryitemdefinition", {glossaryDefinition}},
+        {"linkcaption", {linkCaption}},
+        {"linkurl", {linkURL}},
+        {"linkentrynumber", {linkEntryNumber}},
+    };
+    const auto found = table.find(name);
+    return found == table.end() ? nullptr : &found->second;
+}
+
+// A format is given as it stands, or as the name of a scrap behind "@".
+std::string formatOf(const TagCall& call, const char* attribute) {
+    auto format = call.Optional(attribute);
+    return format.starts_with('@') ? call.provider.NeedDocument().Scrap(format.substr(1)) : format;
+}
+
+std::string formatted(const TagCall& call, const std::string& type, std::string value) {
+    if (call.element.Attributes->Count() > 1) {
+        if (!value.empty() && sameText(call.Optional("ForScript"), "True"))
+            value = replaceAll(value, "'", "\\'");
+        const auto format = formatOf(call, value.empty() ? "EmptyFormat" : "ValueFormat");
+        if (!format.empty())
+            value = value.empty() ? format : replaceAllText(format, "%%" + type + "%%", value);
+    }
+    if (value.find("/%") == std::string::npos) return value;
+    return replaceAll(value, "/%", "%");
+}
+
+}  // namespace
+
+std::string tagValue(const TagCall& call) {
+    const auto type = lower(call.Needed("type"));
+    if (const auto* condition = call.element.Attributes->Find("condition")) {
+        const auto test = call.provider.NeedDocument().NewCondition(toText(*condition));
+        if (!test->IsValid()) return "!INVALID CONDITION TYPE!";
+        const auto& provider = call.provider;
+        if (!test->Evaluate(provider.CurrentItem(), provider.NamespaceDef(), provider.Document())) return {};
+    }
+    const auto* known = tagType(type);
+    if (!known) return formatted(call, type, general(call, type));
+    auto value = known->value(call);
+    return known->whole ? value : formatted(call, type, std::move(value));
+}
+
+}  // namespace quillbox

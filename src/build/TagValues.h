@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "platform/engine/Providers.h"
+
+namespace quillbox {
+
+class QbDataProvider;
+
+// One tag that waits for its value.
+struct TagCall {
+    QbDataProvider& provider;
+    const Element& element;
+    // The same, to be handed on.
+    const Ref<Element>& handle;
+    // The page being written, or none.
+    const Ref<FileSystemObject>& file;
+
+    // An attribute that has to be there.
+    std::string Needed(const std::string& name) const;
+    // Empty for an attribute that is not there.
+    std::string Optional(const std::string& name) const;
+};
+
+// The value of a tag: its condition, what its type gives, and its formats.
+std::string tagValue(const TagCall& call);
+
+}  // namespace quillbox
