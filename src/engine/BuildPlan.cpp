@@ -34,25 +34,49 @@ class Planner {
     }
 
   private:
-    void planBound(const Ref<PageLayout>& layout) {
-        for (const auto& source : mSources) {
-            const auto defs = source.defs->ByName(layout->NamespaceItemType);
-            if (defs->Count() == 0) continue;
-            const auto def = defs->Item(1);
-            for (const auto& parent : itemsAbove(source, *def, 0)) {
-                for (const auto& item : source.provider->GetItems(def, parent, layout->filter)) {
-                    mPlan.pages.push_back(
-                        {layout, &source, def, item, parent, nameOf(*layout, source, def, item, parent)});
-                }
-            }
-            return;
-        }
+    // A kind of item and the source that has it.
+    struct ItemType {
+        const ItemSource* source;
+        Ref<NamespaceDef> def;
+    };
+
+    ItemType itemType(const PageLayout& layout, const std::string& name) const {
         std::string known;
         for (const auto& source : mSources) {
+            if (const auto defs = source.defs->ByName(name); defs->Count() > 0)
+                return {&source, defs->Item(1)};
             for (const auto& def : source.defs->Items()) known += (known.empty() ? "" : ", ") + def->Name;
         }
-        throw AutomationError(place(*layout) + ": expected a known item type, found '" +
-                              layout->NamespaceItemType + "'; known are: " + known);
+        throw AutomationError(place(layout) + ": expected a known item type, found '" + name +
+                              "'; known are: " + known);
+    }
+
+    // Each item with the one that it hangs under.
+    struct Member {
+        Ref<Object> item, parent;
+    };
+
+    std::vector<Member> membersOf(const ItemType& type, const std::string& filter) {
+        std::vector<Member> members;
+        for (const auto& parent : itemsAbove(*type.source, *type.def, 0)) {
+            for (auto& item : type.source->provider->GetItems(type.def, parent, filter)) {
+                members.push_back({std::move(item), parent});
+            }
+        }
+        return members;
+    }
+
+    void planBound(const Ref<PageLayout>& layout) {
+        const auto type = itemType(*layout, layout->NamespaceItemType);
+        if (isLeftOut(*layout)) return;
+        for (const auto& [item, parent] : membersOf(type, layout->filter)) {
+            auto name = nameOf(*layout, *type.source, type.def, item, parent);
+            mPlan.pages.push_back({layout, type.source, type.def, item, parent, std::move(name)});
+        }
+    }
+
+    bool isLeftOut(const PageLayout& layout) {
+        return !layout.onlyWith.empty() && membersOf(itemType(layout, layout.onlyWith), "").empty();
     }
 
     // The items that hold those of a definition. The first definition of a family stands for the root object.
@@ -67,12 +91,14 @@ class Planner {
         if (parentDef == source.defs->Item(1)) return {source.root};
         std::vector<Ref<Object>> items;
         for (const auto& parent : itemsAbove(source, *parentDef, depth + 1)) {
-            for (const auto& item : source.provider->GetItems(parentDef, parent, "")) items.push_back(item);
+            for (auto& item : source.provider->GetItems(parentDef, parent, ""))
+                items.push_back(std::move(item));
         }
         return items;
     }
 
     void planOnce(const Ref<PageLayout>& layout, std::vector<PlannedPage>& to) {
+        if (isLeftOut(*layout)) return;
         const auto& source = mSources.front();
         const auto def = source.defs->Count() > 0 ? source.defs->Item(1) : nullptr;
         to.push_back(

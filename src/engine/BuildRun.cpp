@@ -188,7 +188,7 @@ void BuildRun::writeInputs() {
 std::string BuildRun::compilerInput() const {
     const auto& named = mDocument.CompilerInputFile;
     auto file =
-        named.empty() ? mState->output.DiskName(mPlan.inputs.front().name) : mState->output.OnDisk(named);
+        named.empty() ? mState->output.DiskName(mPlan.inputs.back().name) : mState->output.OnDisk(named);
     if (!disk::isFile(file)) {
         throw AutomationError("The template '" + mState->pageTemplate->Name() + "' wrote no compiler input " +
                               file);

@@ -14,6 +14,8 @@ class PageLayout : public TemplatePage {
     std::string filter;
     // The file's name; none where the page has no `Output`.
     TagPieces output;
+    // Another item type; the page is left out where there are no such items.
+    std::string onlyWith;
     // 0 for a page of the help itself, else the compile type that it is an input for.
     int compileType = 0;
     PageEncoding encoding = PageEncoding::Utf8;

@@ -78,10 +78,12 @@ class Reader {
     }
 
     void readPage(XMLElement& element) {
-        checkAttributes(element, {"File", "ItemType", "Filter", "Output", "CompileType", "Encoding"});
+        checkAttributes(element,
+                        {"File", "ItemType", "OnlyWith", "Filter", "Output", "CompileType", "Encoding"});
         auto page = make<PageLayout>();
         page->Name = fileName(element);
         page->NamespaceItemType = element.Find("ItemType").value_or("");
+        page->onlyWith = element.Find("OnlyWith").value_or("");
         page->filter = element.Find("Filter").value_or("");
         page->line = element.Line();
         page->compileType = compileType(element);

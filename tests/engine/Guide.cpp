@@ -30,7 +30,7 @@ std::optional<std::string> readGuideProperty(Object& item, const std::string& na
 
 Ref<GuideItem> Guide::AddPage(const std::string& name, const std::string& title, const std::string& body) {
     auto page = make<GuideItem>(
-        "page", std::map<std::string, std::string>{
+        pageKind, std::map<std::string, std::string>{
                     {"name", name}, {"title", title}, {"body", body}, {"qualifiedname", name}});
     children.push_back(page);
     return page;
@@ -78,7 +78,9 @@ std::string GuideData::valueOf(const std::string& type, const Ref<Element>& elem
     }
     if (type == "scrap") return parse(owner.Scrap(attribute(*element, "name")), file);
     if (type == "literal") return parse(attribute(*element, "value"), file);
-    if (type == "words") return words();
+    if (type == "filtereditemlist") return list(*element);
+    if (type == "stylesheets") return {};
+    if (type == "topicsection") return GetProperty("body");
     if (type == "filename") return file ? file->BaseName() : "";
     if (type == "tableofcontents") {
         writeContents(element, file);
@@ -89,17 +91,22 @@ std::string GuideData::valueOf(const std::string& type, const Ref<Element>& elem
     return value == "{Discard}" ? "" : value;
 }
 
-std::string GuideData::words() {
-    const auto defs = document.Get()->Template()->NamespaceDefs()->ByRootName("word");
-    auto provider = document.Get()->NamespaceProvider("Test.GuideProvider");
-    std::string list;
-    for (const auto& item : dynamic_cast<INamespaceProvider&>(*provider).GetItems(defs->Item(1), mItem, "")) {
-        const auto copy = Clone();
-        auto& data = dynamic_cast<IDataProvider&>(*copy);
-        data.SetCurrentItem(defs->Item(1), item, defs->Item(1)->Name, mItem);
-        list += data.ParseForProperties(document.Get()->Scrap("_word"));
+std::string GuideData::list(const Element& element) {
+    auto& owner = *document.Get();
+    const auto defs = owner.Template()->NamespaceDefs()->ByRootName(attribute(element, "namespace"));
+    const auto def = defs->Item(1);
+    const auto scrap = attribute(element, "scrap");
+    auto provider = owner.NamespaceProvider(owner.Template()->Namespaces()->Texts().front() + "Provider");
+    const auto copy = Clone();
+    auto& data = dynamic_cast<GuideData&>(*copy);
+    std::string text;
+    for (const auto& item : dynamic_cast<INamespaceProvider&>(*provider).GetItems(def, mItem, "")) {
+        const auto separator = owner.Scrap(scrap + "_SEPARATOR");
+        if (!text.empty() && !separator.starts_with("!MISSING")) text += data.ParseForProperties(separator);
+        data.SetCurrentItem(def, item, def->Name, mItem);
+        text += data.ParseForProperties(owner.Scrap(scrap + "_body"));
     }
-    return list;
+    return text;
 }
 
 void GuideData::writeContents(const Ref<Element>& element, const Ref<FileSystemObject>& file) {
@@ -143,12 +150,15 @@ std::string GuideData::parse(const std::string& text, const Ref<FileSystemObject
 std::string GuideData::ParseForProperties(const std::string& text) { return parse(text, nullptr); }
 
 std::string GuideData::GetProperty(const std::string& name) {
+    if (mItem && sameText(name, "glossaryletterlink")) return readGuideProperty(*mItem, "name").value_or("");
     if (sameText(name, "itemtitle") && mItem) return readGuideProperty(*mItem, "title").value_or("");
     if (sameText(name, "linktarget") && mItem)
         return readGuideProperty(*mItem, "qualifiedname").value_or("") + ".html";
     if (sameText(name, "helpfiletitle")) return document.Get()->Title;
     if (sameText(name, "body") && mItem)
         return parse(readGuideProperty(*mItem, "body").value_or(""), nullptr);
+    if (const auto own = mItem ? readGuideProperty(*mItem, name) : std::nullopt; own && !own->empty())
+        return *own;
     return common().GetProperty(name);
 }
 
@@ -161,7 +171,7 @@ Ref<Object> GuideData::Clone() {
 }
 
 Guide& GuideProvider::guide() const {
-    return dynamic_cast<Guide&>(*toObject(mDocument.Get()->Objects->Item("Test.Guide")));
+    return dynamic_cast<Guide&>(*toObject(mDocument.Get()->Objects->Item(mName)));
 }
 
 void GuideProvider::Initialise(const Ref<Document>& document) {
@@ -175,7 +185,7 @@ std::vector<Ref<Object>> GuideProvider::GetItems(const Ref<NamespaceDef>& def, c
     note("GetItems " + def->Name + " of " + (parent ? nameOf(parent) : "none") +
          (filter.empty() ? "" : " " + filter));
     const auto kind = def->Name.substr(def->Name.find(':') + 1);
-    if (kind == "guide") return {self(&guide())};
+    if (def->ParentName.empty()) return {self(&guide())};
     std::vector<Ref<Object>> items;
     for (const auto& child : asItem(parent)->children) {
         if (child->kind == kind) items.push_back(child);
@@ -186,8 +196,32 @@ std::vector<Ref<Object>> GuideProvider::GetItems(const Ref<NamespaceDef>& def, c
 void GuideProvider::StreamContent(const Ref<FileSystemObject>& file, const std::string& contentType) {
     note("StreamContent " + contentType);
     if (contentType == "files") file->Write(join(mFiles, "\n"));
+    if (contentType == "index") writeIndex(*file);
+    if (contentType == "map" || contentType == "alias") writeIds(*file, contentType == "map");
     const auto found = guide().streams.find(contentType);
     if (found != guide().streams.end()) file->Write(found->second);
+}
+
+// The keywords of all pages, one a line of the property "keywords".
+void GuideProvider::writeIndex(FileSystemObject& file) {
+    for (const auto& page : guide().children) {
+        for (const auto& keyword : split(page->properties["keywords"], "\n")) {
+            auto item = make<GuideItem>(
+                "keyword", std::map<std::string, std::string>{{"title", keyword},
+                                                              {"qualifiedname", page->properties["name"]}});
+            mData->SetCurrentItem(nullptr, item, "Keyword", nullptr);
+            file.Write(mData->ParseForProperties(mDocument.Get()->Scrap("_INDEX_ENTRY")) + "\n");
+        }
+    }
+}
+
+void GuideProvider::writeIds(FileSystemObject& file, bool map) {
+    for (const auto& page : guide().children) {
+        const auto id = page->properties["id"];
+        if (id.empty()) continue;
+        file.Write(map ? "#define IDH_" + id + " " + id + "\n"
+                       : "IDH_" + id + " = " + page->properties["name"] + ".html\n");
+    }
 }
 
 void GuideProvider::ContentCreated(const Ref<Object>& item, const Ref<NamespaceDef>&,
@@ -214,20 +248,39 @@ void GuideProvider::AfterProcessItem(const Ref<Object>& item, const Ref<Object>&
     document.CompilerInputFile = document.OutputPath + document.Title + ".hhp";
 }
 
-TemplateService::Family guideFamily() {
+namespace {
+
+Ref<NamespaceDefs> defsOf(const std::string& family, const std::string& provider,
+                          const std::vector<std::pair<std::string, std::string>>& namesAndParents) {
     auto defs = make<NamespaceDefs>();
-    const auto add = [&](const std::string& name, const std::string& parent) {
+    for (const auto& [name, parent] : namesAndParents) {
         auto def = make<NamespaceDef>();
-        def->Name = "test.guide:" + name;
-        def->NamespaceProvider = "Test.Guide";
-        def->ParentName = parent.empty() ? "" : "test.guide:" + parent;
+        def->Name = family + ":" + name;
+        def->NamespaceProvider = provider;
+        def->ParentName = parent.empty() ? "" : family + ":" + parent;
         defs->Add(def);
-    };
-    add("guide", "");
-    add("page", "guide");
-    add("letter", "guide");
-    add("word", "letter");
+    }
+    return defs;
+}
+
+}  // namespace
+
+TemplateService::Family guideFamily() {
+    const auto defs = defsOf("test.guide", "Test.Guide",
+                             {{"guide", ""}, {"page", "guide"}, {"letter", "guide"}, {"word", "letter"}});
     return {"test.guide", "Test.Guide", "Test.GuideProvider", defs, [] { return make<GuideProvider>(); }};
+}
+
+TemplateService::Family helpFamily() {
+    const auto defs = defsOf("cm.quillbox", "CM.Quillbox",
+                             {{"qbproject", ""},
+                              {"topic", "qbproject"},
+                              {"linkcategory", "topic"},
+                              {"link", "linkcategory"},
+                              {"glossaryletter", "qbproject"},
+                              {"glossaryitem", "glossaryletter"}});
+    return {"cm.quillbox", "CM.Quillbox", "CM.QuillboxProvider", defs,
+            [] { return make<GuideProvider>("CM.Quillbox"); }};
 }
 
 }  // namespace quillbox

@@ -38,6 +38,8 @@ class Guide : public GuideItem {
 
     Ref<GuideItem> AddPage(const std::string& name, const std::string& title, const std::string& body = "");
 
+    // The kind of items that pages are.
+    std::string pageKind = "page";
     std::vector<GuideNode> contents;
     // What the provider was called with, in order.
     std::vector<std::string> calls;
@@ -79,7 +81,7 @@ class GuideData : public Object, public IDataProvider {
     std::string valueOf(const std::string& type, const Ref<Element>& element,
                         const Ref<FileSystemObject>& file);
     std::string formatted(const std::string& type, const std::string& value, const Element& element);
-    std::string words();
+    std::string list(const Element& element);
     void writeContents(const Ref<Element>& element, const Ref<FileSystemObject>& file);
     IDataProvider& common();
 
@@ -93,6 +95,8 @@ class GuideProvider : public Object, public INamespaceProvider {
   public:
     std::string_view ClassName() const override { return "GuideProvider"; }
 
+    explicit GuideProvider(std::string name = "Test.Guide") : mName(std::move(name)) {}
+
     std::vector<Ref<Object>> GetItems(const Ref<NamespaceDef>& def, const Ref<Object>& parent,
                                       const std::string& filter) override;
     Ref<Object> DocumentDataProvider() override { return mData; }
@@ -104,7 +108,7 @@ class GuideProvider : public Object, public INamespaceProvider {
     }
     void AddRootItem(const Ref<Object>&) override {}
     void StreamContent(const Ref<FileSystemObject>& file, const std::string& contentType) override;
-    std::string Name() const override { return "Test.Guide"; }
+    std::string Name() const override { return mName; }
     void ContentCreated(const Ref<Object>& item, const Ref<NamespaceDef>& def,
                         const std::string& file) override;
     void BeforeProcessRootItem(const Ref<Object>&) override;
@@ -118,7 +122,10 @@ class GuideProvider : public Object, public INamespaceProvider {
   private:
     Guide& guide() const;
     void note(const std::string& call) const { guide().calls.push_back(call); }
+    void writeIndex(FileSystemObject& file);
+    void writeIds(FileSystemObject& file, bool map);
 
+    std::string mName;
     ObjectReference<Document> mDocument;
     Ref<GuideData> mData = make<GuideData>();
     std::vector<std::string> mFiles;
@@ -127,6 +134,9 @@ class GuideProvider : public Object, public INamespaceProvider {
 // The family as the engine is told of it: "guide" at the top, below it "page" and "letter", below that
 // "word".
 TemplateService::Family guideFamily();
+
+// The same provider under the names that help templates ask for.
+TemplateService::Family helpFamily();
 
 // What the engine reads published properties with.
 std::optional<std::string> readGuideProperty(Object& item, const std::string& name);
