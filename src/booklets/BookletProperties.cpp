@@ -4,7 +4,7 @@
 
 #include "base/Text.h"
 #include "booklets/Manifest.h"
-#include "frame/Platform.h"
+#include "build/ItemFamily.h"
 #include "frame/XmlAccess.h"
 #include "project/QbProject.h"
 #include "topics/Topics.h"
@@ -34,7 +34,7 @@ void BookletProperties::notice() {
 Ref<PageTemplate> BookletProperties::Template() const {
     Ref<PageTemplate> found;
     if (mTemplateName.empty()) return found;
-    ignoringFailures([&] { found = platform().engine->Templates().PageTemplates()->Item(mTemplateName); });
+    ignoringFailures([&] { found = documentEngine().Templates().PageTemplates()->Item(mTemplateName); });
     return found;
 }
 

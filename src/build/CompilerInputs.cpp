@@ -88,7 +88,9 @@ Content contentOf(const std::string& name) {
 
 }  // namespace
 
-bool isHelp2(const Document& document) { return leadingNumber(document.CompileType) == static_cast<double>(CompileHelp2); }
+bool isHelp2(const Document& document) {
+    return leadingNumber(document.CompileType) == static_cast<double>(CompileHelp2);
+}
 
 void streamContent(const ContentStream& stream, const std::string& contentType) {
     if (!stream.outputFile) throw AutomationError("There is no file to stream content to");

@@ -1,5 +1,6 @@
 #include "frame/Root.h"
 
+#include "build/ItemFamily.h"
 #include "content/QbNode.h"
 #include "frame/Module.h"
 #include "frame/Platform.h"
@@ -28,7 +29,7 @@ bool Root::IsCodemarkInstalled() const { return quillbox::IsCodemarkInstalled();
 
 Ref<PageTemplates> Root::QuillboxPageTemplates(const std::string& supportsFlag) const {
     auto result = make<PageTemplates>();
-    for (const auto& one : platform().engine->Templates().PageTemplates()->Items()) {
+    for (const auto& one : documentEngine().Templates().PageTemplates()->Items()) {
         for (const auto& tag : one->Namespaces()->Texts()) {
             if (tag == "CM.Quillbox" && one->Supports().find(supportsFlag) != std::string::npos) {
                 result->Add(one, one->Name());

@@ -245,6 +245,8 @@ class QbProject : public Object, public CheckedElement {
         return collection;
     }
     void saveDeletions();
+    // Takes part in the work of a document, in place of the one before; none ends that.
+    void hearDocument(const Ref<Document>& document);
 
     Ref<quillbox::QbNodes> mQbNodes;
     sigc::connection mNodesConnections[2];
@@ -264,7 +266,11 @@ class QbProject : public Object, public CheckedElement {
     mutable Ref<quillbox::VSSDatabase> mVSSDatabase;
     bool mSSActivated = false;
     std::string mSSProject;
-    mutable std::string mDefaultTopicLayout;
+    // Of the build that is running, or that ran last.
+    bool mBuilding = false;
+    std::string mDefaultTopicLayout;
+    std::vector<std::string> mGeneratedFiles;
+    sigc::connection mDocumentConnections[2];
 };
 
 }  // namespace quillbox

@@ -1,6 +1,6 @@
 #include "platform/engine/Document.h"
 
-#include "frame/Platform.h"
+#include "build/ItemFamily.h"
 #include "frame/platformtypes/PlatformTypes.h"
 #include "frame/typelib/Describe.h"
 
@@ -48,7 +48,7 @@ ClassInfo describeDocument() {
     Describe<Document> describe(
         "Document", "The document engine: turns a template and the items of providers into pages.");
     describe.unpublished()
-        .creatable([] { return platform().engine->NewDocument(); })
+        .creatable([] { return documentEngine().NewDocument(); })
         .part("VariableValues", &Document::VariableValues, "The values of variable tags.")
         .part("Objects", &Document::Objects, "What providers share, by key.")
         .part("AuxiliaryList", &Document::AuxiliaryList, "A list of the related project.")
