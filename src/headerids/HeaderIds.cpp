@@ -80,6 +80,7 @@ void HeaderIds::loadLine(const std::string& line) {
 }
 
 int HeaderIds::ItemIndex(const quillbox::Value& index) const {
+    if (index.IsBlank()) return 0;
     const auto* text = index.If<std::string>();
     double number = 0;
     ignoringFailures([&] { number = text ? leadingNumber(*text) : toNumber(index); });
