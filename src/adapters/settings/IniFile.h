@@ -1,28 +1,31 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillbox {
 
-// A text file of sections and values that people edit by hand: comments, order and blank lines stay as they are.
+// A text file of sections and values that people edit by hand: comments, order and blank lines stay as they
+// are.
 //
 //     ; a comment
 //     [Software\Merivane\Quillbox]
 //     InstallDir=/usr/share/quillbox
 //
-// Names ignore case. The default value of a section has the empty name. Line ends, backslashes before "n", and blanks
-// at either end of a value are escaped with a backslash.
+// Names ignore case. The default value of a section has the empty name. A value is taken to the letter,
+// without the blanks around it; one that cannot stand so, as it has line ends or blanks at an end, is written
+// behind "escaped:".
 class IniFile {
   public:
-    // A file that is not there reads as empty.
+    // A file that is not there, or cannot be read, reads as empty.
     explicit IniFile(std::string path);
 
     bool Exists() const { return mExists; }
     std::string Read(const std::string& section, const std::string& name) const;
     void Write(const std::string& section, const std::string& name, const std::string& value);
     void Delete(const std::string& section, const std::string& name);
-    // Atomic, and readable by the owner alone.
+    // Atomic, and readable by the owner alone. Fails where the old file could not be read.
     void Save() const;
 
   private:
@@ -34,6 +37,7 @@ class IniFile {
 
     std::string mPath;
     bool mExists = false;
+    bool mIsRead = false;
     std::vector<std::string> mLines;
 };
 
