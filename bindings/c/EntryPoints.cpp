@@ -48,14 +48,15 @@ std::int32_t DllRegisterServer() {
     return c::guarded(nullptr, [] {
         auto& settings = *platform().settings;
         const auto path = libraryPath();
+        // First: what serves a machine without settings does so no more as soon as there are some.
+        const auto installDir = settings.Read(Hive::LocalMachine, kSettings, "InstallDir");
+        settings.Write(Hive::LocalMachine, kSettings, "InstallDir",
+                       installDir.empty() ? settings.DataDirectory() : installDir);
         forEachCreatable([&](const std::string& name, const std::string& id) {
             settings.Write(Hive::LocalMachine, c::idKey(name), "", id);
             settings.Write(Hive::LocalMachine, c::nameKey(id), "", name);
             settings.Write(Hive::LocalMachine, c::pathKey(id), "", path);
         });
-        if (settings.Read(Hive::LocalMachine, kSettings, "InstallDir").empty()) {
-            settings.Write(Hive::LocalMachine, kSettings, "InstallDir", settings.DataDirectory());
-        }
         return QB_OK;
     });
 }
