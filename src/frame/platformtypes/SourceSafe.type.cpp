@@ -10,7 +10,8 @@ ClassInfo describeVSSDatabase() {
     return Describe<VSSDatabase>("VSSDatabase", "A session with a source-control database.")
         .unpublished()
         .creatable([] {
-            if (auto database = platform().sourceSafe->NewDatabase()) return database;
+            const auto client = platform().sourceSafe;
+            if (auto database = client ? client->NewDatabase() : nullptr) return database;
             throw AutomationError("The source-control client is not installed");
         })
         .method("Open", &VSSDatabase::Open, {{"SrcSafeIni", ""}, {"Username", ""}, {"Password", ""}},
