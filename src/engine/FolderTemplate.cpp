@@ -28,7 +28,8 @@ Ref<Collection> keyedByName(const std::vector<Ref<PageLayout>>& pages) {
 }  // namespace
 
 TagPieces readPage(const std::string& path) {
-    return at(path, [&] { return splitTags(disk::readUtf8(path), true); });
+    const auto text = disk::readUtf8(path);
+    return at(path, [&] { return splitTags(text, true); });
 }
 
 FolderTemplate::FolderTemplate(const std::string& folder, XMLParser& xml, DefsOf defsOf)

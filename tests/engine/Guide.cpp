@@ -31,7 +31,7 @@ std::optional<std::string> readGuideProperty(Object& item, const std::string& na
 Ref<GuideItem> Guide::AddPage(const std::string& name, const std::string& title, const std::string& body) {
     auto page = make<GuideItem>(
         pageKind, std::map<std::string, std::string>{
-                    {"name", name}, {"title", title}, {"body", body}, {"qualifiedname", name}});
+                      {"name", name}, {"title", title}, {"body", body}, {"qualifiedname", name}});
     children.push_back(page);
     return page;
 }

@@ -75,7 +75,7 @@ TEST_F(HtmlHelpTest, HasContentsIndexGlossaryAndDefaultPage) {
     auto intro = mGuide->AddPage("intro", "Say \"hello\" & <more>", "<p>Hello <img src=\"dot.png\"></p>");
     intro->properties["keywords"] = "greeting\nfirst \"word\"";
     intro->properties["id"] = "10";
-    auto related = make<GuideItem>("linkcategory", std::map<std::string, std::string>{{"title", "See also"}});
+    auto related = make<GuideItem>("linkcategory", std::map<std::string, std::string>{{"name", "See also"}});
     related->children.push_back(make<GuideItem>(
         "link",
         std::map<std::string, std::string>{{"qualifiedname", "next"}, {"linktitle", "The next & last"}}));

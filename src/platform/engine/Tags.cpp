@@ -12,6 +12,9 @@ namespace {
 constexpr std::string_view kDelimiter = "%%";
 constexpr int kDeepest = 100;
 constexpr long kMostTags = 10'000'000;
+// No honest text nests like this; one that doubles at each level gets here soon.
+constexpr int kDeep = 10;
+constexpr long kMostDeepTags = 100'000;
 constexpr std::size_t kLongest = std::size_t{1} << 30;
 
 std::size_t findOutsideQuotes(std::string_view text, std::size_t from) {
@@ -112,7 +115,14 @@ class Splitter {
 // What is being expanded on this thread, from the outermost text to the innermost.
 struct Expansion {
     int depth = 0;
-    long tags = 0;
+    long tags = 0, deepTags = 0;
+
+    void Count() {
+        ++tags;
+        if (depth > kDeep) ++deepTags;
+        if (tags > kMostTags || deepTags > kMostDeepTags)
+            throw AutomationError("The expansion of a text never ends");
+    }
 };
 thread_local Expansion running;
 
@@ -123,7 +133,7 @@ class Level {
             throw AutomationError(
                 "Tags expand into tags more than 100 levels deep: a variable or scrap contains itself");
         }
-        if (running.depth++ == 0) running.tags = 0;
+        if (running.depth++ == 0) running.tags = running.deepTags = 0;
     }
     ~Level() { --running.depth; }
     Level(const Level&) = delete;
@@ -144,7 +154,7 @@ void expandTags(const TagPieces& pieces, const std::function<std::string(const T
             out += piece.text;
             continue;
         }
-        if (++running.tags > kMostTags) throw AutomationError("The expansion of a text never ends");
+        running.Count();
         const auto value = valueOf(piece);
         out += value.starts_with("!UNCRECOGNISED") ? piece.text : value;
         if (out.size() > kLongest) throw AutomationError("An expanded text is longer than 1 GiB");

@@ -1,0 +1,118 @@
+#include "engine/EngineTest.h"
+
+namespace quillbox {
+namespace {
+
+using testing::HasSubstr;
+
+class CommonTagsTest : public EngineTest {
+  protected:
+    IDataProvider& Common() {
+        if (!mCommon) mCommon = mDocument->NewCommonProvider();
+        return dynamic_cast<IDataProvider&>(*mCommon);
+    }
+    static Ref<Element> Tag(const std::string& type) {
+        auto element = make<Element>();
+        element->Attributes->Add(type, "type");
+        return element;
+    }
+    Ref<Object> mCommon;
+};
+
+TEST_F(CommonTagsTest, TellOfTheBuildAndThePage) {
+    mDocument->OutputFileName = "/somewhere/My Guide.chm";
+    mDocument->CompileType = "1";
+    mDocument->Help2Namespace = "Guide.2";
+    mDocument->Help2FileID = "GuideId";
+    mGuide->defaultPage = "intro.html";
+    EXPECT_EQ(
+        Rendered("%%date%%|%%time%%|%%date:format=dd.mm.yyyy%%|%%version%%|%%projectfile%%|%%pagename%%|"
+                 "%%pagelayout%%|%%templatename%%|%%outputfilename%%|%%defaulttopic%%|%%compiletype%%|"
+                 "%%help2namespace%%|%%help2fileid%%|%%rootpath%%"),
+        "2026-03-09|14:05|09.03.2026|1.2.3|guide.prj|intro.html|page.html|Plain|My "
+        "Guide.chm|intro.html|1|Guide.2|"
+        "GuideId|");
+}
+
+TEST_F(CommonTagsTest, TellOfTheLanguage) {
+    const std::string text = "%%language%% %%languageid%% %%codepage%% %%charset%% %%languagename%%";
+    EXPECT_EQ(Rendered(text), "en-US 0x0409 1252 windows-1252 English (United States)");
+    auto variable = make<VariableValue>();
+    variable->Value = "ja";
+    mDocument->VariableValues->Add(variable, "language");
+    EXPECT_EQ(Rendered(text), "ja-JP 0x0411 932 shift_jis Japanese (Japan)");
+}
+
+TEST_F(CommonTagsTest, ReadTheCurrentItem) {
+    mGuide->AddPage("intro", "A \"b\" & <c>")->properties["runtimenumber"] = "1.2";
+    EXPECT_EQ(
+        Rendered(
+            "%%property:name=RuntimeNumber%%|%%property:name=Title%%|%%property:name=title,escape=html%%|"
+            "%%htmltext:name=itemtitle%%|%%property:name=Nothing%%|%%htmltext:name=nothing%%"),
+        "1.2|A \"b\" & <c>|A &quot;b&quot; &amp; &lt;c&gt;|A &quot;b&quot; &amp; &lt;c&gt;|!NO PROPERTY "
+        "'Nothing'!|"
+        "!NO PROPERTY 'nothing'!");
+}
+
+TEST_F(CommonTagsTest, ATagWithNothingToSayDiscardsAndAForeignOneIsLeft) {
+    Prepare(*mDocument);
+    EXPECT_EQ(Common().ProvideData(Tag("Help2Namespace"), nullptr), "{Discard}");
+    EXPECT_EQ(Common().ProvideData(Tag("nextpage"), nullptr), "{Discard}");
+    EXPECT_EQ(Common().ProvideData(Tag("itemtitle"), nullptr), "");
+    EXPECT_EQ(Common().GetProperty("help2namespace"), "");
+    EXPECT_EQ(Common().GetProperty("VERSION"), "1.2.3");
+    EXPECT_EQ(Common().GetProperty("itemtitle"), "!UNCRECOGNISED TAG 'itemtitle'!");
+    EXPECT_EQ(Common().ParseForProperties("%%version%%|%%help2namespace%%|%%itemtitle%%"),
+              "1.2.3||%%itemtitle%%");
+}
+
+TEST_F(CommonTagsTest, AProviderKeepsWhatItIsGivenAndGivesItToItsClone) {
+    const auto page = mGuide->AddPage("one", "One");
+    Common().SetCurrentItem(nullptr, page, "page", mGuide);
+    Common().SetCurrentRootItem(mGuide);
+    const auto clone = Common().Clone();
+    const auto& copy = dynamic_cast<IDataProvider&>(*clone);
+    EXPECT_EQ(copy.CurrentItem(), page);
+    EXPECT_EQ(copy.CurrentItemType(), "page");
+    EXPECT_EQ(copy.CurrentParentItem(), mGuide);
+    EXPECT_EQ(copy.CurrentRootItem(), mGuide);
+}
+
+TEST_F(CommonTagsTest, StreamedContentNeedsAFile) {
+    mGuide->streams["special"] = "<streamed>";
+    EXPECT_EQ(Rendered("a%%streamcontent:name=special%%b"), "a<streamed>b");
+    EXPECT_THAT(failureOf([&] { Common().ProvideData(Tag("streamcontent"), nullptr); }),
+                HasSubstr("written to a file"));
+}
+
+TEST_F(CommonTagsTest, TheTitleOfATargetIsThatOfItsPage) {
+    mGuide->AddPage("one", "First & foremost");
+    auto link = mGuide->AddPage("two", "Two");
+    link->properties["qualifiedname"] = "one";
+    auto dead = mGuide->AddPage("three", "Three");
+    dead->properties["qualifiedname"] = "nothing";
+    PutPage("<%%targettitle%%>");
+    Build();
+    EXPECT_EQ(Output("two.html"), "<First &amp; foremost>");
+    EXPECT_EQ(Output("three.html"), "<>");
+}
+
+TEST_F(CommonTagsTest, GoneWithTheirDocumentTheyFail) {
+    auto document = mEngine->NewDocument();
+    const auto common = document->NewCommonProvider();
+    document.reset();
+    EXPECT_EQ(failureOf([&] { dynamic_cast<IDataProvider&>(*common).GetProperty("version"); }),
+              "The document of these tags has gone");
+}
+
+TEST_F(CommonTagsTest, MembersAreIncludedUnlessAnExclusionNamesThem) {
+    EXPECT_TRUE(mDocument->IsMemberIncluded("Any"));
+    auto excluded = make<Collection>();
+    excluded->Add("Hidden");
+    mDocument->Objects->Add(Value(excluded), "NamespaceExclusions");
+    EXPECT_FALSE(mDocument->IsMemberIncluded("hidden"));
+    EXPECT_TRUE(mDocument->IsMemberIncluded("Any"));
+}
+
+}  // namespace
+}  // namespace quillbox
