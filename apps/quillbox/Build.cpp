@@ -73,14 +73,21 @@ void copyOtherFiles(const QbProject& project, const std::string& folder) {
     }
 }
 
-// The lines of the compiler's log that tell a problem, as "file: message".
+bool tells(const std::string& line, const char* word) { return line.find(word) != std::string::npos; }
+
+// Prints the lines of the compiler's log that tell a problem, as "file: message", and gives their number. Where the
+// compiler failed, the rest of what it said goes to standard error.
 int printProblems(const QbProject& project, const std::string& log) {
+    const bool failed = tells(log, "Error:");
     std::istringstream lines(log);
     int problems = 0;
     for (std::string line; std::getline(lines, line);) {
-        if (line.find("Warning:") == std::string::npos && line.find("Error:") == std::string::npos) continue;
-        std::printf("%s: %s\n", project.Filename->FileName().c_str(), line.c_str());
-        ++problems;
+        if (tells(line, "Warning:") || tells(line, "Error:")) {
+            std::printf("%s: %s\n", project.Filename->FileName().c_str(), line.c_str());
+            ++problems;
+        } else if (failed || line.starts_with("Left out: ")) {
+            std::fprintf(stderr, "%s\n", line.c_str());
+        }
     }
     return problems;
 }

@@ -10,6 +10,7 @@
 #include "base/Encoding.h"
 #include "base/Text.h"
 #include "engine/Disk.h"
+#include "engine/OneIdAPage.h"
 #include "engine/OutputFolder.h"
 #include "engine/Process.h"
 
@@ -27,13 +28,43 @@ std::string programName(const std::string& compiler) {
     return name;
 }
 
+bool isChmcmd(const CompileJob& job) { return programName(job.compiler) == "chmcmd"; }
+
 // The inputs list all files themselves, so the compiler need not read every page to find them.
-std::vector<std::string> commandOf(const CompileJob& job) {
+std::vector<std::string> commandOf(const CompileJob& job, const std::string& inputFile) {
     std::vector<std::string> command{job.compiler};
-    if (programName(job.compiler) == "chmcmd") command.push_back("--no-html-scan");
-    command.push_back(job.inputFile);
+    if (isChmcmd(job)) command.push_back("--no-html-scan");
+    command.push_back(inputFile);
     return command;
 }
+
+// The input as the compiler can take it: the file itself, or a copy that goes when the compiler is done.
+class CompilerInput {
+  public:
+    explicit CompilerInput(const CompileJob& job) : mName(job.inputFile) {
+        const auto file = fs::path(job.folder) / job.inputFile;
+        if (!isChmcmd(job) || !disk::isFile(file)) return;
+        auto reduced = withOneIdAPage(disk::read(file));
+        if (reduced.notes.empty()) return;
+        mNotes = std::move(reduced.notes);
+        mName = file.parent_path() / ("chmcmd " + file.filename().string());
+        disk::writeIfChanged(mName, reduced.project);
+        mCopied = true;
+    }
+    ~CompilerInput() {
+        std::error_code ignored;
+        if (mCopied) fs::remove(mName, ignored);
+    }
+    CompilerInput(const CompilerInput&) = delete;
+    CompilerInput& operator=(const CompilerInput&) = delete;
+
+    const std::string& Name() const { return mName; }
+    const std::string& Notes() const { return mNotes; }
+
+  private:
+    std::string mName, mNotes;
+    bool mCopied = false;
+};
 
 void moveFile(const std::string& from, const std::string& to) {
     std::error_code error;
@@ -133,8 +164,9 @@ std::string compile(const CompileJob& job) {
     std::error_code error;
     const bool inPlace = made == target || fs::equivalent(made, target, error);
     SetAside before(made);
-    const auto result = runProcess(commandOf(job), job.folder, job.goOn);
-    auto log = readable(result.output);
+    const CompilerInput input(job);
+    const auto result = runProcess(commandOf(job, input.Name()), job.folder, job.goOn);
+    auto log = input.Notes() + readable(result.output);
     if (isMade(made) && result.signal == 0 && !result.stopped) {
         if (inPlace) {
             before.Drop();

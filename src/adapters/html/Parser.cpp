@@ -1,0 +1,231 @@
+#include "adapters/html/Parser.h"
+
+#include <myhtml/api.h>
+
+#include <new>
+#include <unordered_set>
+#include <utility>
+
+#include "adapters/html/CleanText.h"
+#include "adapters/html/Layout.h"
+#include "adapters/html/Reading.h"
+#include "base/AutomationError.h"
+
+namespace quillbox::html {
+
+namespace {
+
+// The library's tree is made anew behind a source of this size, to give its memory back.
+constexpr std::size_t kKeepUpTo = std::size_t{256} << 10;
+
+struct FreeLibrary {
+    void operator()(myhtml_t* library) const { myhtml_destroy(library); }
+    void operator()(myhtml_tree_t* tree) const { myhtml_tree_destroy(tree); }
+};
+
+template <class T>
+T* orOutOfMemory(T* pointer) {
+    if (!pointer) throw std::bad_alloc();
+    return pointer;
+}
+
+// Copies the library's tree into nodes of ours.
+class Copy {
+  public:
+    Copy(Reading& reading, myhtml_tree_t& tree, Markup& markup)
+        : mReading(reading), mTree(tree), mMarkup(markup) {}
+
+    void From(myhtml_tree_node_t* top) {
+        mMarkup.nodes.reserve(CountFrom(top) + 1);
+        auto& root = Add(Kind::Root);
+        if (!top) return;
+        myhtml_node_set_data(myhtml_node_parent(top), &root);
+        for (auto* at = top; at;) {
+            Take(*at, *static_cast<Node*>(myhtml_node_get_data(myhtml_node_parent(at))));
+            at = Following(at, top);
+        }
+    }
+
+  private:
+    static myhtml_tree_node_t* Following(myhtml_tree_node_t* node, myhtml_tree_node_t* top) {
+        if (auto* const child = myhtml_node_child(node)) return child;
+        auto* const root = myhtml_node_parent(top);
+        while (node != root && !myhtml_node_next(node)) node = myhtml_node_parent(node);
+        return node == root ? nullptr : myhtml_node_next(node);
+    }
+
+    std::size_t CountFrom(myhtml_tree_node_t* top) const {
+        std::size_t count = 0;
+        for (auto* at = top; at; at = Following(at, top)) {
+            const auto* joined = mReading.JoinedTo(*at);
+            count += 1 + (joined ? joined->size() : 0);
+        }
+        return count;
+    }
+
+    Node& Add(Kind kind) {
+        auto& node = mMarkup.nodes.emplace_back();
+        node.kind = kind;
+        node.markup = node.inner = &mMarkup;
+        return node;
+    }
+
+    void Take(myhtml_tree_node_t& source, Node& parent) {
+        auto* const token = mReading.TokenOf(source);
+        switch (myhtml_node_tag_id(&source)) {
+            case MyHTML_TAG__TEXT:
+                return TakeText(source, token, parent);
+            case MyHTML_TAG__COMMENT:
+                return Place(Add(Kind::Comment), token, parent);
+            case MyHTML_TAG__DOCTYPE:
+                return Place(Add(Kind::Doctype), token, parent);
+            default:
+                return TakeElement(source, token, parent);
+        }
+    }
+
+    void Place(Node& node, Token* token, Node& parent) {
+        append(parent, node);
+        if (token && !token->node) token->node = &node;
+    }
+
+    void TakeText(myhtml_tree_node_t& source, Token* token, Node& parent) {
+        auto& node = Add(Kind::Text);
+        Place(node, token, parent);
+        if (token && token->node == &node) SetText(node, *token);
+        const auto* joined = mReading.JoinedTo(source);
+        if (!joined) return;
+        auto* last = &node;
+        for (const auto index : *joined) {
+            auto& itsToken = mReading.Tokens()[index];
+            auto& more = Add(Kind::Text);
+            insertAfter(*last, more);
+            itsToken.node = &more;
+            SetText(more, itsToken);
+            last = &more;
+        }
+    }
+
+    static void SetText(Node& node, const Token& token) {
+        node.textBegin = token.textBegin;
+        node.textEnd = token.textEnd;
+    }
+
+    void TakeElement(myhtml_tree_node_t& source, Token* token, Node& parent) {
+        auto& node = Add(Kind::Element);
+        myhtml_node_set_data(&source, &node);
+        node.name = NameOf(source);
+        switch (myhtml_node_namespace(&source)) {
+            case MyHTML_NAMESPACE_SVG:
+                node.space = Space::Svg;
+                break;
+            case MyHTML_NAMESPACE_MATHML:
+                node.space = Space::MathMl;
+                break;
+            default:
+                break;
+        }
+        append(parent, node);
+        const auto depth = depthOf(node);
+        if (depth > kDeepest) throw AutomationError("The HTML nests deeper than 500 elements");
+        if (depth > mMarkup.depth) mMarkup.depth = depth;
+        if (token && token->node) return Share(node, *token->node);
+        node.tag = &mMarkup.tags.emplace_back();
+        TakeAttributes(source, *node.tag);
+        if (!token) return;
+        token->node = &node;
+        node.tag->begin = token->begin;
+        node.tag->end = token->end;
+    }
+
+    // The parser made two elements of one start tag.
+    static void Share(Node& node, Node& first) {
+        node.tag = first.tag;
+        node.scattered = first.scattered = true;
+    }
+
+    std::string_view NameOf(myhtml_tree_node_t& source) {
+        const auto id = myhtml_node_tag_id(&source);
+        std::size_t length = 0;
+        const auto* name = myhtml_tag_name_by_id(&mTree, id, &length);
+        if (id < MyHTML_TAG_LAST_ENTRY) return {name, length};
+        return *mMarkup.names.emplace(name, length).first;
+    }
+
+    static void TakeAttributes(myhtml_tree_node_t& source, StartTag& tag) {
+        constexpr std::size_t kFew = 16;
+        std::unordered_set<std::string_view> seen;
+        for (auto* at = myhtml_node_attribute_first(&source); at; at = myhtml_attribute_next(at)) {
+            std::size_t length = 0;
+            const auto* key = myhtml_attribute_key(at, &length);
+            const std::string_view name = key ? std::string_view(key, length) : std::string_view();
+            // The first of two alike holds.
+            if (tag.attributes.size() < kFew ? tag.Find(name) != nullptr : seen.contains(name)) continue;
+            seen.insert(name);
+            const auto* value = myhtml_attribute_value(at, &length);
+            tag.attributes.push_back({std::string(name), value ? std::string(value, length) : std::string()});
+        }
+    }
+
+    Reading& mReading;
+    myhtml_tree_t& mTree;
+    Markup& mMarkup;
+};
+
+std::shared_ptr<Markup> startMarkup(std::string_view html) {
+    if (html.size() > kLongest) throw AutomationError("The HTML is longer than 1 GiB");
+    auto markup = std::make_shared<Markup>();
+    markup->source = cleanText(html);
+    if (markup->source.size() > kLongest) throw AutomationError("The HTML is longer than 1 GiB");
+    return markup;
+}
+
+}  // namespace
+
+struct Parser::Library {
+    std::unique_ptr<myhtml_t, FreeLibrary> library{orOutOfMemory(myhtml_create())};
+    std::unique_ptr<myhtml_tree_t, FreeLibrary> tree;
+
+    Library() {
+        if (myhtml_init(library.get(), MyHTML_OPTIONS_PARSE_MODE_SINGLE, 1, 0) != MyHTML_STATUS_OK) {
+            throw AutomationError("The HTML parser could not be started");
+        }
+    }
+
+    template <class Read>
+    std::shared_ptr<Markup> Parse(std::string_view html, Read&& read) {
+        auto markup = startMarkup(html);
+        // The tree is put back only after a parse that went well.
+        auto used = std::move(tree);
+        if (!used) {
+            used.reset(orOutOfMemory(myhtml_tree_create()));
+            if (myhtml_tree_init(used.get(), library.get()) != MyHTML_STATUS_OK) throw std::bad_alloc();
+        }
+        Reading reading(*used, *markup);
+        auto* const top = read(reading, *used);
+        Copy(reading, *used, *markup).From(top);
+        layOut(*markup, reading.Tokens());
+        if (html.size() <= kKeepUpTo) tree = std::move(used);
+        return markup;
+    }
+};
+
+Parser::Parser() : mLibrary(std::make_unique<Library>()) {}
+Parser::~Parser() = default;
+
+std::shared_ptr<Markup> Parser::Document(std::string_view html) {
+    return mLibrary->Parse(html, [](Reading& reading, myhtml_tree_t& tree) {
+        reading.Document();
+        return myhtml_node_child(myhtml_tree_get_document(&tree));
+    });
+}
+
+std::shared_ptr<Markup> Parser::Fragment(std::string_view html, std::string_view name, Space space) {
+    return mLibrary->Parse(html, [&](Reading& reading, myhtml_tree_t& tree) {
+        reading.Fragment(name, space);
+        // The library hangs a fragment below an element "html" of its own.
+        return myhtml_node_child(myhtml_node_child(myhtml_tree_get_document(&tree)));
+    });
+}
+
+}  // namespace quillbox::html
