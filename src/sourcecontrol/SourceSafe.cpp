@@ -55,7 +55,10 @@ std::string SSDatabase() {
     }
     const auto file = newFile(location);
     if (location.empty() || !file->Exists() || lower(file->Extension()) == "ini") return location;
-    return newFile(file->Directory() + "srcsafe.ini")->FullPath();
+    // Of a folder the folder itself counts, of a file the one it stands in.
+    const bool ended = location.back() == '/' || location.back() == '\\';
+    const auto inside = ended ? file : newFile(location + platform().files->Separator());
+    return newFile((inside->DirectoryExists() ? inside : file)->Directory() + "srcsafe.ini")->FullPath();
 }
 
 std::string SSUser() { return userSetting("SSUser"); }
