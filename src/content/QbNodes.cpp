@@ -29,7 +29,8 @@ const SatelliteFile& QbNodes::satellite() const {
 }
 
 std::string QbNodes::labelOf(const QbNode& node) const {
-    return "Contents node '" + node.CaptionText() + "'";
+    const auto caption = node.CaptionText();
+    return "Contents node '" + (caption.empty() ? node.Key : caption) + "'";
 }
 
 void QbNodes::adopt(const Ref<QbNode>& node) { node->SetQbNodes(self(this)); }
