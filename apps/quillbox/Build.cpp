@@ -75,8 +75,8 @@ void copyOtherFiles(const QbProject& project, const std::string& folder) {
 
 bool tells(const std::string& line, const char* word) { return line.find(word) != std::string::npos; }
 
-// Prints the lines of the compiler's log that tell a problem, as "file: message", and gives their number. Where the
-// compiler failed, the rest of what it said goes to standard error.
+// Prints the lines of the compiler's log that tell a problem, as "file: message", and gives their number.
+// Where the compiler failed, the rest of what it said goes to standard error.
 int printProblems(const QbProject& project, const std::string& log) {
     const bool failed = tells(log, "Error:");
     std::istringstream lines(log);

@@ -24,6 +24,8 @@ struct SatelliteFile {
 template <class T>
 class SatelliteCollection : public ItemCollection<T>, public CheckedElement {
   public:
+    static constexpr bool kHasOwnFile = true;
+
     Ref<quillbox::QbProject> QbProject() const { return mQbProject.Get(); }
     void SetQbProject(const Ref<quillbox::QbProject>& project) { mQbProject.Set(project); }
 

@@ -36,7 +36,8 @@ OneIdAPage withOneIdAPage(const std::string& project) {
         const auto [id, page] = aliasOf(line);
         if (id.empty() || pages.emplace(page, id).first->second == id) continue;
         leftOut.insert(id);
-        result.notes += "Left out: " + id + ", as chmcmd takes one context id for a page, and " + page + " has one\n";
+        result.notes +=
+            "Left out: " + id + ", as chmcmd takes one context id for a page, and " + page + " has one\n";
     }
     for (const auto& line : lines) {
         const bool gone = leftOut.contains(aliasOf(line).first) ||

@@ -20,7 +20,8 @@ namespace {
 // The installed templates stand beside the configuration.
 std::string templatesFolder() {
     auto folder = platform().settings->Read(Hive::LocalMachine, "Software\\Merivane\\Quillbox", "InstallDir");
-    if (!folder.empty() && folder.back() != '/' && folder.back() != '\\') folder += platform().files->Separator();
+    if (!folder.empty() && folder.back() != '/' && folder.back() != '\\')
+        folder += platform().files->Separator();
     return folder + "Templates";
 }
 

@@ -23,7 +23,7 @@ ClassInfo describeTopic() {
         .field("Key", &T::Key,
                "Key for this topic, unique within the QbProject and un-changing after topic creation.")
         .part("TopicSections", &T::TopicSections,
-               "Collection of named TopicSections objects, containing the actual content of this topic.")
+              "Collection of named TopicSections objects, containing the actual content of this topic.")
         .field("RuntimeEntryNumber", &T::RuntimeEntryNumber,
                "*** Used internally by Quillbox to track booklet numbering ***")
         .field("RuntimePageNumberStart", &T::RuntimePageNumberStart,

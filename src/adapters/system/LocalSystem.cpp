@@ -33,7 +33,8 @@ class LocalSystem : public System {
         std::vector<char> buffer(16384);
         passwd entry{};
         passwd* found = nullptr;
-        if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found) return found->pw_name;
+        if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found)
+            return found->pw_name;
         for (const char* name : {"USER", "LOGNAME"}) {
             if (const char* value = std::getenv(name)) return value;
         }

@@ -19,15 +19,15 @@ constexpr std::size_t kLongest = std::size_t{1} << 30;
 
 std::size_t findOutsideQuotes(std::string_view text, std::size_t from) {
     bool quoted = false;
-    for (auto at = from;; ++at) {
-        at = text.find_first_of("\"%", at);
-        if (at == std::string_view::npos) return at;
-        if (text[at] == '"') {
-            quoted = !quoted;
-        } else if (!quoted && text.substr(at, kDelimiter.size()) == kDelimiter) {
-            return at;
-        }
+    auto start = from;
+    for (auto at = text.find(kDelimiter, from); at != std::string_view::npos;
+         at = text.find(kDelimiter, at + 1)) {
+        const auto between = text.substr(start, at - start);
+        if (std::count(between.begin(), between.end(), '"') % 2 != 0) quoted = !quoted;
+        if (!quoted) return at;
+        start = at;
     }
+    return std::string_view::npos;
 }
 
 std::size_t findDelimiter(std::string_view text, std::size_t from, bool inQuotes) {
