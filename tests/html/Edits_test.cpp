@@ -32,6 +32,9 @@ TEST_F(HtmlEdits, ANewAttributeComesLast) {
              {"<img/>", "<img href=\"n\"/>"},
              {"<img src=x/>", "<img src=x/ href=\"n\">"},
              {"<img src=\"x\"  />", "<img src=\"x\" href=\"n\"  />"},
+             {"<img alt=>", "<img alt=\"\" href=\"n\">"},
+             {"<img alt= >", "<img alt= \"\" href=\"n\">"},
+             {"<img alt==>", "<img alt== href=\"n\">"},
              {"<IMG SRC=x >", "<IMG SRC=x href=\"n\" >"},
          }) {
         open(before);

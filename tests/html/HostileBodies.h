@@ -16,6 +16,7 @@ inline const std::vector<std::string>& hostileBodies() {
         "<",
         ">",
         "</",
+        "</h</",
         "<>",
         "</>",
         "<!",

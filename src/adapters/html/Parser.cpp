@@ -36,17 +36,33 @@ class Copy {
         : mReading(reading), mTree(tree), mMarkup(markup) {}
 
     void From(myhtml_tree_node_t* top) {
-        mMarkup.nodes.reserve(CountFrom(top) + 1);
+        constexpr std::size_t kOurOwn = 3;
+        mMarkup.nodes.reserve(CountFrom(top) + kOurOwn);
         auto& root = Add(Kind::Root);
-        if (!top) return;
-        myhtml_node_set_data(myhtml_node_parent(top), &root);
+        if (top) myhtml_node_set_data(myhtml_node_parent(top), &root);
         for (auto* at = top; at;) {
             Take(*at, *static_cast<Node*>(myhtml_node_get_data(myhtml_node_parent(at))));
             at = Following(at, top);
         }
     }
 
+    // The library makes no elements where the source ends within an end tag.
+    void AddBody() {
+        auto& html = ChildOr(mMarkup.Root(), "html", "html");
+        ChildOr(html, "body", "frameset");
+    }
+
   private:
+    Node& ChildOr(Node& parent, std::string_view name, std::string_view instead) {
+        for (auto* at = parent.firstChild; at; at = at->next) {
+            if (at->IsElement(name) || at->IsElement(instead)) return *at;
+        }
+        auto& node = Add(Kind::Element);
+        node.name = name;
+        append(parent, node);
+        return node;
+    }
+
     static myhtml_tree_node_t* Following(myhtml_tree_node_t* node, myhtml_tree_node_t* top) {
         if (auto* const child = myhtml_node_child(node)) return child;
         auto* const root = myhtml_node_parent(top);
@@ -193,7 +209,7 @@ struct Parser::Library {
     }
 
     template <class Read>
-    std::shared_ptr<Markup> Parse(std::string_view html, Read&& read) {
+    std::shared_ptr<Markup> Parse(std::string_view html, bool document, Read&& read) {
         auto markup = startMarkup(html);
         // The tree is put back only after a parse that went well.
         auto used = std::move(tree);
@@ -202,8 +218,9 @@ struct Parser::Library {
             if (myhtml_tree_init(used.get(), library.get()) != MyHTML_STATUS_OK) throw std::bad_alloc();
         }
         Reading reading(*used, *markup);
-        auto* const top = read(reading, *used);
-        Copy(reading, *used, *markup).From(top);
+        Copy copy(reading, *used, *markup);
+        copy.From(read(reading, *used));
+        if (document) copy.AddBody();
         layOut(*markup, reading.Tokens());
         if (html.size() <= kKeepUpTo) tree = std::move(used);
         return markup;
@@ -214,14 +231,14 @@ Parser::Parser() : mLibrary(std::make_unique<Library>()) {}
 Parser::~Parser() = default;
 
 std::shared_ptr<Markup> Parser::Document(std::string_view html) {
-    return mLibrary->Parse(html, [](Reading& reading, myhtml_tree_t& tree) {
+    return mLibrary->Parse(html, true, [](Reading& reading, myhtml_tree_t& tree) {
         reading.Document();
         return myhtml_node_child(myhtml_tree_get_document(&tree));
     });
 }
 
 std::shared_ptr<Markup> Parser::Fragment(std::string_view html, std::string_view name, Space space) {
-    return mLibrary->Parse(html, [&](Reading& reading, myhtml_tree_t& tree) {
+    return mLibrary->Parse(html, false, [&](Reading& reading, myhtml_tree_t& tree) {
         reading.Fragment(name, space);
         // The library hangs a fragment below an element "html" of its own.
         return myhtml_node_child(myhtml_node_child(myhtml_tree_get_document(&tree)));

@@ -10,6 +10,7 @@ struct Written {
     std::size_t begin;
     std::size_t nameEnd;
     std::size_t end;
+    bool lacksValue;  // nothing behind its "="
 };
 
 constexpr std::string_view kSpace = " \t\r\n\f";
@@ -39,9 +40,12 @@ bool nextAttribute(std::string_view tag, std::size_t& at, Written& found) {
     found.begin = begin;
     found.nameEnd = seek(tag, begin + 1, " \t\r\n\f/>=");
     found.end = found.nameEnd;
+    found.lacksValue = false;
     const auto equals = skip(tag, found.nameEnd, kSpace);
     if (equals < tag.size() && tag[equals] == '=') {
-        found.end = endOfValue(tag, skip(tag, equals + 1, kSpace));
+        const auto value = skip(tag, equals + 1, kSpace);
+        found.end = endOfValue(tag, value);
+        found.lacksValue = found.end == value;
     }
     at = found.end;
     return true;
@@ -72,8 +76,9 @@ std::string startTagText(const StartTag& tag, std::string_view name, std::string
     std::string text;
     std::size_t done = 0;
     std::size_t at = seek(source, 1, " \t\r\n\f/>");
+    Written written{};
     auto attribute = tag.attributes.begin();
-    for (Written written{}; attribute != tag.attributes.end() && nextAttribute(source, at, written);) {
+    while (attribute != tag.attributes.end() && nextAttribute(source, at, written)) {
         const auto spelled = source.substr(written.begin, written.nameEnd - written.begin);
         if (!isNameOf(spelled, attribute->name)) continue;  // a second of the same name
         if (attribute->changed) {
@@ -84,6 +89,8 @@ std::string startTagText(const StartTag& tag, std::string_view name, std::string
         ++attribute;
     }
     text += source.substr(done, at - done);
+    // What is appended must not become the value.
+    if (written.lacksValue && done < at && attribute != tag.attributes.end()) text += "\"\"";
     for (; attribute != tag.attributes.end(); ++attribute) {
         if (attribute->changed) write(text += ' ', attribute->name, attribute->value);
     }
