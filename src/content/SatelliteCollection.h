@@ -42,11 +42,12 @@ class SatelliteCollection : public ItemCollection<T>, public CheckedElement {
         return mQbProject.Need()->ProjectDataSpec() + satellite().fileName;
     }
 
-    // Never clears `Dirty`; the project does that when all is saved.
-    void Save(const Ref<XMLElement>& e) {
+    // Never clears `Dirty`; the project does that when all is saved. Gives the element that was written.
+    Ref<XMLElement> Save(Ref<XMLElement> e) {
         file().Save(
             e, mDirty, [&] { return IsCheckedOut(); },
             [&](const Ref<XMLElement>& root) { WriteContent(root); });
+        return e;
     }
     // A failure names the item.
     void WriteContent(const Ref<XMLElement>& e) {
@@ -56,8 +57,8 @@ class SatelliteCollection : public ItemCollection<T>, public CheckedElement {
         }
     }
 
-    // Adds to what is there, with no event. A missing file adds nothing.
-    void Load(const Ref<XMLElement>& e) {
+    // Adds to what is there, with no event. A missing file adds nothing. Gives the element that was read.
+    Ref<XMLElement> Load(Ref<XMLElement> e) {
         file().Load(e, [&](const Ref<XMLElement>& source) {
             forEachChild(source, [&](const Ref<XMLElement>& child) {
                 const auto item = make<T>();
@@ -67,6 +68,7 @@ class SatelliteCollection : public ItemCollection<T>, public CheckedElement {
             });
         });
         SetDirty(false);
+        return e;
     }
 
   protected:

@@ -12,10 +12,10 @@ void ElementFile::requirePlainName() const {
     }
 }
 
-void ElementFile::Load(const Ref<XMLElement>& given, const Use& read) const {
+void ElementFile::Load(Ref<XMLElement>& e, const Use& read) const {
     if (mProject.ProjectType() != ProjectTypeSeparateFiles) {
-        if (!given) throw AutomationError("There is no element to load from");
-        return read(given);
+        if (!e) throw AutomationError("There is no element to load from");
+        return read(e);
     }
     at(mPath, [&] {
         requirePlainName();
@@ -24,15 +24,16 @@ void ElementFile::Load(const Ref<XMLElement>& given, const Use& read) const {
         file->Open(kReadWhole);
         if (file->Exists()) document->Parse(file->ReadAll());
         file->Close();
-        read(document->RootElement());
+        e = document->RootElement();
+        read(e);
     });
 }
 
-bool ElementFile::Save(const Ref<XMLElement>& given, bool dirty, const std::function<bool()>& isCheckedOut,
+bool ElementFile::Save(Ref<XMLElement>& e, bool dirty, const std::function<bool()>& isCheckedOut,
                        const Use& fill) const {
     if (mProject.ProjectType() != ProjectTypeSeparateFiles) {
-        if (!given) throw AutomationError("There is no element to save to");
-        fill(given);
+        if (!e) throw AutomationError("There is no element to save to");
+        fill(e);
         return true;
     }
     at(mPath, [&] { requirePlainName(); });
@@ -40,8 +41,9 @@ bool ElementFile::Save(const Ref<XMLElement>& given, bool dirty, const std::func
     const bool there = file->Exists();
     if (there && !dirty && !mProject.IsConverting()) return false;
     const auto document = platform().xml->NewDocument();
-    document->RootElement()->SetName(mRootName);
-    fill(document->RootElement());
+    e = document->RootElement();
+    e->SetName(mRootName);
+    fill(e);
     if (there && mProject.SSActivated() && !isCheckedOut()) return true;
     at(mPath, [&] {
         const auto text = document->ToXml();

@@ -20,13 +20,14 @@ class ElementFile {
     using Use = std::function<void(const Ref<XMLElement>&)>;
 
     // Lets `read` read the content from the element given, or in a separate-files project from the root of
-    // the file. A missing file gives an empty element.
-    void Load(const Ref<XMLElement>& given, const Use& read) const;
+    // the file, which takes the element's place. A missing file gives an empty element.
+    void Load(Ref<XMLElement>& e, const Use& read) const;
 
-    // Lets `fill` write the content into the element given, or in a separate-files project into a document
-    // that goes to the file. The file is left alone while it is there and nothing changed, or while the
-    // element is under source control and not checked out. False where nothing was built.
-    bool Save(const Ref<XMLElement>& given, bool dirty, const std::function<bool()>& isCheckedOut,
+    // Lets `fill` write the content into the element given, or in a separate-files project into the root of a
+    // document that goes to the file, which takes the element's place. The file is left alone while it is
+    // there and nothing changed, or while the element is under source control and not checked out. False
+    // where nothing was built.
+    bool Save(Ref<XMLElement>& e, bool dirty, const std::function<bool()>& isCheckedOut,
               const Use& fill) const;
 
   private:

@@ -24,6 +24,7 @@ class TopicCategory;
 class Topic : public Object, public CheckedElement {
   public:
     static constexpr std::string_view kClassName = "Topic";
+    static constexpr bool kHasOwnFile = true;
     std::string_view ClassName() const override { return kClassName; }
 
     // True until the topic has been loaded or saved.
@@ -92,8 +93,9 @@ class Topic : public Object, public CheckedElement {
     void FireTopicSectionChanged(const Ref<TopicSection>& section);
 
     // In a separate-files project both work on the topic's own file, and the element keeps the key alone.
-    void Load(const Ref<XMLElement>& e);
-    void Save(const Ref<XMLElement>& e);
+    // Both give the element that was used.
+    Ref<XMLElement> Load(Ref<XMLElement> e);
+    Ref<XMLElement> Save(Ref<XMLElement> e);
     // Writes everything but the key.
     void WriteContent(const Ref<XMLElement>& e);
 

@@ -37,7 +37,7 @@ ElementFile fileOf(const Topic& topic, const QbProject& project) {
 
 }  // namespace
 
-void Topic::Load(const Ref<XMLElement>& e) {
+Ref<XMLElement> Topic::Load(Ref<XMLElement> e) {
     mLoading = true;
     NewTopicFlag = false;
     if (e) Key = required(e, "Key");
@@ -51,6 +51,7 @@ void Topic::Load(const Ref<XMLElement>& e) {
         forEachChild(source, [&](const Ref<XMLElement>& child) { loadChild(child); });
     });
     mLoading = false;
+    return e;
 }
 
 void Topic::loadAttributes(const Ref<XMLElement>& e) {
@@ -98,15 +99,16 @@ void Topic::loadChild(const Ref<XMLElement>& child) {
     }
 }
 
-void Topic::Save(const Ref<XMLElement>& e) {
+Ref<XMLElement> Topic::Save(Ref<XMLElement> e) {
     const auto project = mQbProject.Need();
     if (e) e->AddAttribute("Key", Key);
     const auto file = fileOf(*this, *project);
     const bool built = file.Save(
         e, mDirty, [&] { return IsCheckedOut(); }, [&](const Ref<XMLElement>& root) { WriteContent(root); });
-    if (!built) return;
+    if (!built) return e;
     NewTopicFlag = false;
     SetDirty(false);
+    return e;
 }
 
 void Topic::WriteContent(const Ref<XMLElement>& e) {

@@ -203,6 +203,24 @@ class OwnFile(FileTest):
         topic.Load(None)
         self.assertEqual(topic.Title, "Start")
 
+    def test_the_root_of_the_file_takes_the_place_of_an_element_that_is_passed_by_reference(self):
+        topic = add_topic(self.p, "Start")
+        given = element("<Topic/>")
+        holder = quillbox.ByRef(given)
+        topic.Save(holder)
+        self.assertNotEqual(holder.value, given)
+        self.assertEqual(holder.value.Attributes.Item("Name").Value, "Start")
+        holder = quillbox.ByRef(element(f'<Topic Key="{topic.Key}"/>'))
+        topic.Load(e=holder)
+        self.assertEqual(holder.value.Attributes.Item("name").Value, "Start")
+        holder = quillbox.ByRef()
+        self.p.QbNodes.Save(holder)
+        self.assertEqual(holder.value.Name, "Glossary")
+        single = self.project()
+        holder = quillbox.ByRef(given)
+        single.Tasks.Save(holder)
+        self.assertEqual(holder.value, given)
+
     def test_without_an_element_a_single_file_topic_fails(self):
         single = self.project()
         topic = single.NewTopic()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "frame/typelib/Describe.h"
 #include "platform/XML.h"
 
@@ -13,6 +15,16 @@ void needElement(const Ref<XMLElement>& e) {
     }
 }
 
+// What has a file of its own may put another element in the place of the caller's.
+template <class Call>
+void replaceElement(Ref<XMLElement>& e, Call&& call) {
+    if constexpr (std::is_void_v<decltype(call(e))>) {
+        call(e);
+    } else {
+        e = call(e);
+    }
+}
+
 // The rows "Load" and "Save" of a class that stores itself in an XML element.
 template <class T>
 Describe<T>& loadMember(Describe<T>& describe) {
@@ -20,7 +32,7 @@ Describe<T>& loadMember(Describe<T>& describe) {
         "Load",
         [](T& object, Ref<XMLElement>& e) {
             needElement<T>(e);
-            object.Load(e);
+            replaceElement(e, [&](const Ref<XMLElement>& source) { return object.Load(source); });
         },
         {"e"}, "Loads from an XML element. Fails where an attribute that is needed is not there.");
 }
@@ -30,7 +42,7 @@ Describe<T>& saveMember(Describe<T>& describe) {
         "Save",
         [](T& object, Ref<XMLElement>& e) {
             needElement<T>(e);
-            object.Save(e);
+            replaceElement(e, [&](const Ref<XMLElement>& target) { return object.Save(target); });
         },
         {"e"}, "Saves to an XML element.");
 }
