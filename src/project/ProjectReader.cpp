@@ -16,13 +16,15 @@ namespace quillbox {
 
 namespace {
 
-// Makes an item from its element and adds it to its collection.
+// Makes an item from its element and adds it to its collection, which is held: a handler of the addition may
+// load the project anew.
 template <class T, class List>
-void addItem(QbProject& project, const Ref<List>& list, const Ref<XMLElement>& e) {
+Ref<T> addItem(QbProject& project, Ref<List> list, const Ref<XMLElement>& e) {
     const auto item = make<T>();
     item->SetQbProject(self(&project));
     item->Load(e);
     list->Add(item, item->Key);
+    return item;
 }
 
 }  // namespace
@@ -76,10 +78,7 @@ void ProjectReader::readTopics(const Ref<XMLElement>& child) {
     if (name == "cat") {
         addItem<TopicCategory>(mProject, mProject.TopicCategories, child);
     } else if (name == "topic") {
-        const auto topic = make<Topic>();
-        topic->SetQbProject(self(&mProject));
-        topic->Load(child);
-        mProject.Topics->Add(topic, topic->Key);
+        const auto topic = addItem<Topic>(mProject, mProject.Topics, child);
         if (topic->Key.starts_with("T")) mHasOldKeys = true;
     }
 }
@@ -97,7 +96,8 @@ void ProjectReader::readRest(const Ref<XMLElement>& child) {
         const auto file = make<OtherFile>();
         file->SetQbProject(self(&p));
         file->Load(child);
-        p.OtherFiles->Add(file, file->LocalSpec());
+        const auto files = p.OtherFiles;
+        files->Add(file, file->LocalSpec());
     } else if (name == "spellignoreallwordlist") {
         p.LoadProgress("Loading Spelling Settings");
         p.SpellIgnoreAllWordList = make<Collection>();

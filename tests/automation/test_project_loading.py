@@ -1,3 +1,4 @@
+import contextlib
 import os
 import unittest
 
@@ -103,6 +104,26 @@ class WhileLoading(MachineTest):
         project.Load('<QbProject><file FileName="a.png"/></QbProject>')
         self.assertEqual((seen, events), ([True], []))
         self.assertEqual((project.Title, project.Dirty), ("Loading Other Files List", False))
+
+
+    def test_a_handler_that_loads_again_does_no_harm(self):
+        for event in ("LoadProgress", "TopicAdded", "OtherFileAdded", "TopicCategoryAdded", "TopicCategoryChanged",
+                      "QbNodeChanged", "TopicTemplateChanged"):
+            with self.subTest(event):
+                project = self.project()
+                loads = []
+
+                def again(*_):
+                    if len(loads) < 3:
+                        loads.append(event)
+                        project.Load(self.TEXT)
+
+                getattr(project, event).connect(again)
+                with contextlib.suppress(quillbox.Error):
+                    project.Load(self.TEXT)
+                self.assertEqual(loads, [event] * 3)
+                project.Load("<QbProject/>")
+                self.assertEqual((len(project.Topics), bool(project.Dirty)), (0, False))
 
 
 class LoadFromFile(MachineTest):
