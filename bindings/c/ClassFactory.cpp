@@ -21,12 +21,16 @@ class ClassFactory : public Object {
     const ClassInfo& mInfo;
 };
 
+// In a library of its own: callers meet the class through DllGetClassObject alone.
 const ClassInfo& describeClassFactory() {
-    static const ClassInfo info =
-        Describe<ClassFactory>("ClassFactory", "Makes the objects of one class.")
-            .method("CreateInstance", &ClassFactory::CreateInstance, "A new object.")
-            .done();
-    return info;
+    static const TypeLibrary library = [] {
+        TypeLibrary made;
+        made.Add(Describe<ClassFactory>("ClassFactory", "Makes the objects of one class.")
+                     .method("CreateInstance", &ClassFactory::CreateInstance, "A new object.")
+                     .done());
+        return made;
+    }();
+    return library.Classes().front();
 }
 
 }  // namespace

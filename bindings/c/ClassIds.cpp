@@ -25,7 +25,7 @@ std::string registeredName(const std::string& className) {
 std::string classId(std::string_view registeredName) {
     auto high = hash(registeredName, 0xcbf29ce484222325u);
     auto low = hash(registeredName, high ^ 0x9e3779b97f4a7c15u);
-    high = (high & ~0xf000u) | 0x8000u;  // version 8: made by a rule of its own
+    high = (high & ~0xf000ull) | 0x8000u;  // version 8: made by a rule of its own
     low = (low & ~(3ull << 62)) | (2ull << 62);
     char text[39];
     std::snprintf(text, sizeof text, "{%08X-%04X-%04X-%04X-%012llX}", static_cast<unsigned>(high >> 32),

@@ -155,11 +155,12 @@ class Members(MachineTest):
         self.assertIs(project.CompileType, quillbox.CompileHTMLHelp1)
 
     def test_what_is_read_may_be_called(self):
-        topic = add_topic(self.project(), "Start")
+        project = self.project()
+        topic = add_topic(project, "Start")
         for name in ("ReadOnly", "IsCheckedOut", "CheckOutStatus", "QualifiedName", "LocalSpec", "InternalContentsTitle"):
             with self.subTest(name=name):
                 self.assertEqual(getattr(topic, name)(), getattr(topic, name))
-        file = self.project().NewOtherFile(self.path("picture.png"))
+        file = project.NewOtherFile(self.path("picture.png"))
         self.assertEqual((file.IsImage(), file.IsImage), (True, True))
         self.assertEqual(str(file.IsImage), "True")
 
