@@ -44,15 +44,22 @@ constexpr std::string_view kNoBase = "about:blank";
 
 }  // namespace
 
-std::string RemoveEntities(std::string source) {
-    // Everything before the first sign is settled, so the search goes on from where the last one was.
-    for (auto sign = source.find('%'); sign != std::string::npos; sign = source.find('%', sign)) {
-        const std::string_view rest = std::string_view(source).substr(sign + 1);
-        auto digits = firstCharacter(rest);
-        digits += firstCharacter(rest.substr(digits.size()));
-        source.replace(sign, 1 + digits.size(), windowsCharacter(static_cast<unsigned char>(codeOf(digits))));
+std::string RemoveEntities(const std::string& source) {
+    std::string result;
+    std::string_view rest = source;
+    for (auto sign = rest.find('%'); sign != std::string::npos; sign = rest.find('%')) {
+        result += rest.substr(0, sign);
+        rest.remove_prefix(sign + 1);
+        std::string decoded;
+        do {
+            auto digits = firstCharacter(rest);
+            digits += firstCharacter(rest.substr(digits.size()));
+            rest.remove_prefix(digits.size());
+            decoded = windowsCharacter(static_cast<unsigned char>(codeOf(digits)));
+        } while (decoded == "%");
+        result += decoded;
     }
-    return source;
+    return result.append(rest);
 }
 
 std::string GetLinkText(const std::string& source) {

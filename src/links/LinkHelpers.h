@@ -11,7 +11,7 @@ namespace quillbox {
 std::string GetLinkText(const std::string& source);
 // Decodes percent escapes, each search from the beginning again, so that "%25" is decoded twice. It is meant
 // so.
-std::string RemoveEntities(std::string source);
+std::string RemoveEntities(const std::string& source);
 // Whether a document has an anchor of that name.
 bool IsAnchorValid(const Ref<HTMLDocument>& document, const std::string& name);
 // A document from the whole text, with nothing added.

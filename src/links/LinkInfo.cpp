@@ -102,7 +102,10 @@ void LinkInfo::verifyScheme(const std::string& url, bool verifyExternalLinks) {
     } else if (!project->CMPFileName().empty() && url.find('~') != std::string::npos) {
         LinkStatus = lsOK;  // a page of the related project
     } else {
-        LinkStatus = newFile(project->Filename->Directory() + url)->Exists() ? lsOK : lsBroken;
+        bool exists = false;
+        // A name that no file can have is not there.
+        ignoringFailures([&] { exists = newFile(project->Filename->Directory() + url)->Exists(); });
+        LinkStatus = exists ? lsOK : lsBroken;
     }
 }
 
