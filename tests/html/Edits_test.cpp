@@ -57,6 +57,16 @@ TEST_F(HtmlEdits, OnlyTheFirstOfTwoLikeNamedAttributesIsChanged) {
     EXPECT_EQ(whole(), "<a href=\"4\" HREF=2 title=\"5\">x</a>");
 }
 
+TEST_F(HtmlEdits, PrefixesOfAttributesStay) {
+    open("<svg xmlns:xlink='u'><a xlink:href=x xml:lang=de href=y>z</a></svg>");
+    const auto link = first("a");
+    EXPECT_EQ(link->getAttribute("xlink:href"), "x");
+    EXPECT_EQ(link->getAttribute("href"), "about:blanky");
+    link->setAttribute("xlink:href", "q");
+    first("svg")->setAttribute("xmlns:xlink", "v");
+    EXPECT_EQ(whole(), "<svg xmlns:xlink=\"v\"><a xlink:href=\"q\" xml:lang=de href=y>z</a></svg>");
+}
+
 TEST_F(HtmlEdits, ATagThatTheSourceLeavesOutIsWrittenWhenItGetsAnAttribute) {
     open("<p>x");
     mDocument->body()->setAttribute("class", "k");

@@ -101,6 +101,9 @@ TEST_F(HtmlElements, AnAbsentAttributeFails) {
 
 TEST_F(HtmlElements, TheFirstOfTwoLikeNamedAttributesHolds) {
     EXPECT_EQ(firstOf(documentOf("<p title=1 TITLE=2>"), "p")->getAttribute("title"), "1");
+    std::string many = "<p title=1";
+    for (int i = 0; i < 100; ++i) many += " a" + std::to_string(i);
+    EXPECT_EQ(firstOf(documentOf(many + " title=2>"), "p")->getAttribute("title"), "1");
 }
 
 TEST_F(HtmlElements, InnerAndOuterTextsAreTheAuthorsOwn) {
@@ -127,6 +130,7 @@ TEST_F(HtmlElements, OuterTextIsWhatAReaderSees) {
     EXPECT_EQ(textOf("<p>one</p>\n<p>two<br>three</p>"), "one\r\ntwo\r\nthree");
     EXPECT_EQ(textOf("a<script>x</script><style>y</style><!-- z -->b"), "ab");
     EXPECT_EQ(textOf("<pre>\n a\n\n  b</pre>c"), " a\r\n\r\n  b\r\nc");
+    EXPECT_EQ(textOf("x<pre>\n\ny</pre>"), "x\r\n\r\ny");
     EXPECT_EQ(textOf("a&nbsp; b"), "a\xC2\xA0 b");
     EXPECT_EQ(textOf("one</i>two<table>three<tr><td>four</table>"), "onetwothree\r\nfour");
     EXPECT_EQ(textOf(""), "");

@@ -102,7 +102,10 @@ class Layout {
         if (!token.node) return;
         const bool comment = token.kind == Token::Kind::Comment;
         const auto* parent = token.node->parent;
-        if (comment && inBody && (parent->kind == Kind::Root || parent->IsElement("html"))) {
+        // Nodes stand in the markup in document order.
+        const bool behindBody =
+            token.node > &body && (parent == body.parent || parent == body.parent->parent);
+        if (comment && inBody && behindBody) {
             unlink(*token.node);
             append(body, *token.node);
         }
@@ -119,7 +122,7 @@ class Layout {
         return nullptr;
     }
 
-    // Nodes stand in the markup in document order; those that were taken out have no parent.
+    // Nodes that were taken out have no parent.
     bool IsInTree(const Node& node) const { return node.parent || node.kind == Kind::Root; }
 
     void FindLastOpened() {

@@ -169,17 +169,33 @@ class Copy {
     }
 
     static void TakeAttributes(myhtml_tree_node_t& source, StartTag& tag) {
-        constexpr std::size_t kFew = 16;
-        std::unordered_set<std::string_view> seen;
+        std::unordered_set<std::string> seen;
         for (auto* at = myhtml_node_attribute_first(&source); at; at = myhtml_attribute_next(at)) {
             std::size_t length = 0;
-            const auto* key = myhtml_attribute_key(at, &length);
-            const std::string_view name = key ? std::string_view(key, length) : std::string_view();
+            auto name = NameOf(*at);
             // The first of two alike holds.
-            if (tag.attributes.size() < kFew ? tag.Find(name) != nullptr : seen.contains(name)) continue;
-            seen.insert(name);
+            if (!seen.empty() || myhtml_attribute_next(at)) {
+                if (!seen.insert(name).second) continue;
+            }
             const auto* value = myhtml_attribute_value(at, &length);
-            tag.attributes.push_back({std::string(name), value ? std::string(value, length) : std::string()});
+            tag.attributes.push_back({std::move(name), value ? std::string(value, length) : std::string()});
+        }
+    }
+
+    // The library takes a prefix off, as in "xlink:href".
+    static std::string NameOf(myhtml_tree_attr_t& attribute) {
+        std::size_t length = 0;
+        const auto* key = myhtml_attribute_key(&attribute, &length);
+        const auto name = key ? std::string(key, length) : std::string();
+        switch (myhtml_attribute_namespace(&attribute)) {
+            case MyHTML_NAMESPACE_XLINK:
+                return "xlink:" + name;
+            case MyHTML_NAMESPACE_XML:
+                return "xml:" + name;
+            case MyHTML_NAMESPACE_XMLNS:
+                return name == "xmlns" ? name : "xmlns:" + name;
+            default:
+                return name;
         }
     }
 

@@ -179,8 +179,10 @@ void Reading::TakeText(myhtml_token_node_t& token, Token& text) {
     auto* string = myhtml_token_node_string(&token);
     const std::string_view decoded =
         string && string->data ? std::string_view(string->data, string->length) : std::string_view();
+    // The first line end of a preformatted element is no part of it.
+    const bool skips = mAfterPre && decoded.starts_with('\n');
     text.textBegin = static_cast<std::uint32_t>(mMarkup.text.size());
-    mMarkup.text += decoded;
+    mMarkup.text += decoded.substr(skips ? 1 : 0);
     text.textEnd = static_cast<std::uint32_t>(mMarkup.text.size());
     text.blank = isBlank(decoded);
     if (decoded.empty()) return;

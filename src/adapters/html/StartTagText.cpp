@@ -55,13 +55,6 @@ void write(std::string& text, std::string_view name, const std::string& value) {
     text.append(name).append("=\"").append(escapedValue(value)).append("\"");
 }
 
-// An attribute may have a prefix in the source, as "xlink:href".
-bool isNameOf(std::string_view written, std::string_view name) {
-    return sameName(written, name) ||
-           (written.size() > name.size() && written[written.size() - name.size() - 1] == ':' &&
-            sameName(written.substr(written.size() - name.size()), name));
-}
-
 std::string wholeTag(const StartTag& tag, std::string_view name) {
     std::string text("<");
     text += name;
@@ -80,7 +73,7 @@ std::string startTagText(const StartTag& tag, std::string_view name, std::string
     auto attribute = tag.attributes.begin();
     while (attribute != tag.attributes.end() && nextAttribute(source, at, written)) {
         const auto spelled = source.substr(written.begin, written.nameEnd - written.begin);
-        if (!isNameOf(spelled, attribute->name)) continue;  // a second of the same name
+        if (!sameName(spelled, attribute->name)) continue;  // a second of the same name
         if (attribute->changed) {
             text += source.substr(done, written.begin - done);
             write(text, spelled, attribute->value);
