@@ -17,6 +17,8 @@
 
 namespace quillbox {
 
+class QbProject;
+
 // Everything the object model needs from outside. A host or a test puts other adapters in.
 struct Platform {
     std::shared_ptr<FileSystem> files;
@@ -29,6 +31,8 @@ struct Platform {
     std::shared_ptr<WebRequest> web;
     std::shared_ptr<SourceSafeClient> sourceSafe;
     std::shared_ptr<DocumentEngine> engine;
+    // Lets the user make a new project; none where the user gave up. Not set in a host without a form.
+    std::function<Ref<QbProject>()> newProjectForm;
 };
 
 // The adapters in use.

@@ -27,6 +27,10 @@ Ref<quillbox::VSSDatabase> Root::VSSDatabase() const { return openVSSDatabase();
 bool Root::IsSourceSafeAvailable() const { return quillbox::IsSourceSafeAvailable(); }
 bool Root::IsCodemarkInstalled() const { return quillbox::IsCodemarkInstalled(); }
 
+Ref<QbProject> Root::NewProjectDialog() const {
+    return platform().newProjectForm ? platform().newProjectForm() : nullptr;
+}
+
 Ref<PageTemplates> Root::QuillboxPageTemplates(const std::string& supportsFlag) const {
     auto result = make<PageTemplates>();
     for (const auto& one : documentEngine().Templates().PageTemplates()->Items()) {

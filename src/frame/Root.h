@@ -36,6 +36,8 @@ class Root : public Object {
     // Removes nothing itself. `noPrompt` only comes back.
     void BeforeDeleteTopic(const Ref<Topic>& topic, bool& cancel, bool& noPrompt) const;
     bool IsCodemarkInstalled() const;
+    // The project that the user made; none where the user gave up, or the host has no form to show.
+    Ref<QbProject> NewProjectDialog() const;
 };
 
 }  // namespace quillbox

@@ -1,6 +1,7 @@
 #include "frame/Root.h"
 #include "frame/PublishedClasses.h"
 #include "frame/typelib/Describe.h"
+#include "project/QbProject.h"
 #include "topics/Topic.h"
 #include "topics/TopicSectionDefs.h"
 #include "topics/TopicStatuses.h"
@@ -33,6 +34,10 @@ ClassInfo describeRoot() {
                 "deleted.")
         .method("IsCodemarkInstalled", &Root::IsCodemarkInstalled,
                 "True where the sibling product Codemark is installed on this machine.")
+        .method(
+            "NewProjectDialog", &Root::NewProjectDialog,
+            "Displays the New Project dialog.  Returns a new QbProject if the user did not cancel the New "
+            "Project Dialog.")
         .done();
 }
 
