@@ -20,9 +20,10 @@ std::string digits(int number, int width) {
 }  // namespace
 
 std::optional<Date> Date::From(const Parts& p) {
+    if (p.year < 1 || p.year > 9999 || p.month < 1 || p.month > 12 || p.day < 1 || p.day > 31) return {};
     const year_month_day day{year{p.year}, month(static_cast<unsigned>(p.month)),
                              std::chrono::day(static_cast<unsigned>(p.day))};
-    if (p.year < 1 || p.year > 9999 || p.month < 1 || p.day < 1 || !day.ok()) return {};
+    if (!day.ok()) return {};
     if (p.hour < 0 || p.hour > 23 || p.minute < 0 || p.minute > 59 || p.second < 0 || p.second > 59)
         return {};
     if (p.microsecond < 0 || p.microsecond > 999999) return {};

@@ -29,9 +29,9 @@ std::string resolved(QbDataProvider& provider, std::string text, const Ref<FileS
 
 std::string topicSection(QbDataProvider& provider, const Topic& topic, const std::string& name,
                          const Ref<FileSystemObject>& file) {
-    return inside(
-        [&] { return "the topic '" + topic.Name() + "'"; },
-        [&] { return resolved(provider, topic.TopicSectionData(name), file, "the section '" + name + "'"); });
+    const auto place = "the section '" + name + "' of the topic '" + topic.Name() + "'";
+    return inside([&] { return place; },
+                  [&] { return resolved(provider, topic.TopicSectionData(name), file, place); });
 }
 
 }  // namespace quillbox

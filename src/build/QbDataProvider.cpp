@@ -10,12 +10,6 @@
 
 namespace quillbox {
 
-namespace {
-
-constexpr std::size_t kLongEnough = 600;
-
-}  // namespace
-
 quillbox::Document& QbDataProvider::NeedDocument() const {
     // Whoever asks is called by somebody who holds the document.
     if (const auto document = Document()) return *document;
@@ -119,13 +113,8 @@ std::string QbDataProvider::expandPieces(const TagPieces& pieces, const Ref<File
                                          const std::string& place) {
     std::string out;
     const auto valueOf = [&](const TagPiece& tag) {
-        try {
-            return ProvideData(tag.element, file);
-        } catch (const AutomationError& error) {
-            // A hundred levels of texts within texts need not all be told.
-            if (error.Description().size() > kLongEnough) throw;
-            throw error.Inside(place + ", line " + std::to_string(tag.line) + ", " + tag.text);
-        }
+        return inside([&] { return place + ", line " + std::to_string(tag.line) + ", " + tag.text; },
+                      [&] { return ProvideData(tag.element, file); });
     };
     expandTags(pieces, valueOf, out);
     return out;
