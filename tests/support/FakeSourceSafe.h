@@ -17,9 +17,9 @@ class FakeSourceSafe : public SourceSafeClient, public std::enable_shared_from_t
   public:
     struct Entry {
         bool isFolder = false;
-        std::string text;
-        std::string user;    // who has it checked out; empty for nobody
-        std::string folder;  // to where
+        std::string text = {};
+        std::string user = {};    // who has it checked out; empty for nobody
+        std::string folder = {};  // to where
     };
     std::map<std::string, Entry> entries{{"$", {.isFolder = true}}};
     std::string me = "Writer";
