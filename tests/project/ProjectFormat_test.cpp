@@ -108,8 +108,8 @@ TEST_F(ProjectFormat, DatesOfOlderFilesAreReadInTheFashionOfTheirMachines) {
     EXPECT_EQ(read("2/28/2025"), "2025-02-28 00:00:00");
     EXPECT_EQ(read("3/2/99"), "1999-02-03 00:00:00");
     EXPECT_EQ(read("3/2/29"), "2029-02-03 00:00:00");
-    for (const auto* bad :
-         {"", "soon", "1/2", "31/02/2025", "257/1/2025", "1/257/2025", "1/2/3/4/5/6/7", "99999/1/1", "1/1/2025 25:00:00"}) {
+    for (const auto* bad : {"", "soon", "1/2", "31/02/2025", "257/1/2025", "1/257/2025", "1/2/3/4/5/6/7",
+                            "99999/1/1", "1/1/2025 25:00:00"}) {
         EXPECT_EQ(read(bad), "1899-12-30 00:00:00") << bad;
     }
 }
