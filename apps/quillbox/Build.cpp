@@ -6,27 +6,27 @@
 #include <sstream>
 
 #include "Commands.h"
+#include "Interrupt.h"
 #include "OpenProject.h"
 #include "base/AutomationError.h"
 #include "base/Text.h"
 #include "build/BuildResult.h"
 #include "content/OtherFiles.h"
 #include "frame/Platform.h"
-#include "frame/Root.h"
 
 namespace quillbox::cli {
 
 namespace {
 
 struct Options {
-    std::string project, templateName, output, site;
+    std::string project, templateName, output, site, templates;
     bool noCompile = false, keep = false, related = false;
 };
 
 void chooseTemplate(QbProject& project, const std::string& name) {
     if (name.empty()) return;
     std::string known;
-    for (const auto& one : make<Root>()->QuillboxPageTemplates()->Items()) {
+    for (const auto& one : platform().engine->Templates().PageTemplates()->Items()) {
         if (one->Name() == name) {
             project.SetTemplateName(name);
             return;
@@ -50,16 +50,41 @@ class NamedFolder : public MessageBoxes {
     std::shared_ptr<MessageBoxes> mOthers;
 };
 
-void showProgress(Document& document) {
-    if (!isatty(STDERR_FILENO)) return;
-    document.Progress.connect([](const std::string& caption, int done, int total) {
-        constexpr int kWidth = 30;
-        const int filled = total > 0 ? kWidth * done / total : 0;
-        std::fprintf(stderr, "\r[%.*s%*s] %d of %d %s\033[K", filled, "##############################",
-                     kWidth - filled, "", done, total, caption.c_str());
-        if (done == total) std::fprintf(stderr, "\r\033[K");
-    });
+void showProgress(const std::string& caption, int done, int total) {
+    constexpr int kWidth = 30;
+    const int filled = total > 0 ? kWidth * done / total : 0;
+    std::fprintf(stderr, "\r[%.*s%*s] %d of %d %s\033[K", filled, "##############################",
+                 kWidth - filled, "", done, total, caption.c_str());
+    if (done == total) std::fprintf(stderr, "\r\033[K");
 }
+
+// Follows a build: shows how far it is, and stops it when the user asks for that.
+class Watch {
+  public:
+    explicit Watch(Document& document) : mDocument(document) {
+        document.Progress.connect([this](const std::string& caption, int done, int total) {
+            mDone = done;
+            mTotal = total;
+            if (mIsShown) showProgress(caption, done, total);
+            if (Interrupt::Signal() != 0) mDocument.Cancel();
+        });
+    }
+    // The exit status of a build that was cancelled.
+    int Stopped() const {
+        const int signal = Interrupt::Signal();
+        if (signal == 0) return kFoundProblems;
+        std::fprintf(stderr, "%squillbox: stopped, with %d of %d pages written\n", mIsShown ? "\r\033[K" : "",
+                     mDone, mTotal);
+        constexpr int kEndedBySignal = 128;
+        return kEndedBySignal + signal;
+    }
+
+  private:
+    Document& mDocument;
+    const bool mIsShown = isatty(STDERR_FILENO) != 0;
+    int mDone = 0, mTotal = 0;
+    Interrupt mInterrupt;
+};
 
 void copyOtherFiles(const QbProject& project, const std::string& folder) {
     for (const auto& file : project.OtherFiles->Items()) {
@@ -75,17 +100,17 @@ void copyOtherFiles(const QbProject& project, const std::string& folder) {
 
 bool tells(const std::string& line, const char* word) { return line.find(word) != std::string::npos; }
 
-// Prints the lines of the compiler's log that tell a problem, as "file: message", and gives their number.
-// Where the compiler failed, the rest of what it said goes to standard error.
+// Prints the lines of the log that tell a problem, as "file: message", and gives their number. Notes are told
+// too, and where the compiler failed, all that it said.
 int printProblems(const QbProject& project, const std::string& log) {
     const bool failed = tells(log, "Error:");
     std::istringstream lines(log);
     int problems = 0;
     for (std::string line; std::getline(lines, line);) {
         if (tells(line, "Warning:") || tells(line, "Error:")) {
-            std::printf("%s: %s\n", project.Filename->FileName().c_str(), line.c_str());
+            std::fprintf(stderr, "%s: %s\n", project.Filename->FileName().c_str(), line.c_str());
             ++problems;
-        } else if (failed || line.starts_with("Left out: ")) {
+        } else if (failed || line.starts_with("Left out: ") || line.starts_with("Note: ")) {
             std::fprintf(stderr, "%s\n", line.c_str());
         }
     }
@@ -93,6 +118,7 @@ int printProblems(const QbProject& project, const std::string& log) {
 }
 
 int build(const Options& options) {
+    useTemplates(options.templates);
     const auto project = openProject(options.project);
     chooseTemplate(*project, options.templateName);
     if (!options.output.empty()) {
@@ -104,12 +130,12 @@ int build(const Options& options) {
         document->OutputRoot = fullPath(options.site) + "/";
         std::filesystem::create_directories(document->OutputRoot);
     }
-    showProgress(*document);
+    const Watch watch(*document);
     // One pass: the problems are told, and the user decides.
     project->BuildErrorsOrWarnings.connect(
         [](Ref<Document>&, Ref<BuildResult>&, bool& cancel) { cancel = true; });
     const auto result = project->Build(document, "", options.related, !options.noCompile, !options.keep);
-    if (result->Cancelled) return kFoundProblems;
+    if (result->Cancelled) return watch.Stopped();
     if (!options.site.empty()) copyOtherFiles(*project, document->OutputRoot);
     if (printProblems(*project, result->CompilerLog) > 0) return kFoundProblems;
     const auto output = options.site.empty() ? document->OutputFileName : document->OutputRoot;
@@ -124,6 +150,7 @@ void addBuild(CLI::App& app, Run& run) {
     auto* command = app.add_subcommand("build", "Builds the help file of a project");
     command->add_option("PROJECT", options->project, "The project file (.qbp)")->required();
     command->add_option("--template", options->templateName, "Page template in place of the project's own");
+    command->add_option("--templates", options->templates, "A further folder to look for templates in");
     command->add_option("--output", options->output, "The help file to make, in place of the project's own");
     command->add_option("--site", options->site, "Folder for the pages, with the project's other files");
     command->add_flag("--no-compile", options->noCompile, "Make the pages and leave the compiler out");

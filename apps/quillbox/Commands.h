@@ -20,4 +20,7 @@ void addLinks(CLI::App& app, Run& run);
 void addNew(CLI::App& app, Run& run);
 void addTemplates(CLI::App& app, Run& run);
 
+// Has templates looked for in a further folder; none for an empty name.
+void useTemplates(const std::string& folder);
+
 }  // namespace quillbox::cli

@@ -70,7 +70,7 @@ std::string embeddedContents(const ContentStream& stream, const std::string&) {
     return {};
 }
 
-Content contentOf(const std::string& name) {
+const std::unordered_map<std::string, Content>& contents() {
     static const std::unordered_map<std::string, Content> table = {
         {"index", indexEntries},
         {"files", files},
@@ -79,9 +79,13 @@ Content contentOf(const std::string& name) {
         // Known in this spelling alone. It is meant so.
         {"EmbeddedTOC", embeddedContents},
     };
+    return table;
+}
+
+Content contentOf(const std::string& name) {
     for (const auto& spelling : {lower(name), name}) {
-        const auto found = table.find(spelling);
-        if (found != table.end()) return found->second;
+        const auto found = contents().find(spelling);
+        if (found != contents().end()) return found->second;
     }
     return nullptr;
 }
@@ -90,6 +94,12 @@ Content contentOf(const std::string& name) {
 
 bool isHelp2(const Document& document) {
     return leadingNumber(document.CompileType) == static_cast<double>(CompileHelp2);
+}
+
+std::vector<std::string> contentNames() {
+    std::vector<std::string> names;
+    for (const auto& [name, content] : contents()) names.push_back(name);
+    return names;
 }
 
 void streamContent(const ContentStream& stream, const std::string& contentType) {

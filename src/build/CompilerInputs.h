@@ -27,6 +27,9 @@ struct ContentStream {
 // not known writes nothing.
 void streamContent(const ContentStream& stream, const std::string& contentType);
 
+// The names of the content.
+std::vector<std::string> contentNames();
+
 // The index entries of all topics, a line each.
 std::string indexEntries(const ContentStream& stream, const std::string& scrapName);
 

@@ -45,6 +45,12 @@ void Filter::Load(const std::string& source) {
     }
 }
 
+std::vector<std::string> Filter::ClauseNames() {
+    std::vector<std::string> names;
+    for (const auto& [name, clause] : clauses()) names.push_back(name);
+    return names;
+}
+
 bool Filter::IncludeMember(const Ref<Object>& member) const {
     if (IncludeAll) return true;
     if (!member) throw AutomationError("A member is needed here");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/engine/Document.h"
 
@@ -23,6 +24,8 @@ class Filter {
 
     // Takes clauses such as "access=public+private,type=all"; what makes no sense is passed over.
     void Load(const std::string& source);
+    // The names of the clauses, in lower case.
+    static std::vector<std::string> ClauseNames();
     // Whether a member of a related project takes part in the generation.
     bool IncludeMember(const Ref<Object>& member) const;
 

@@ -112,7 +112,7 @@ std::string entryNumber(QbDataProvider& provider) {
 
 using Property = std::string (*)(QbDataProvider& provider);
 
-Property propertyOf(const std::string& name) {
+const std::unordered_map<std::string, Property>& properties() {
     static const std::unordered_map<std::string, Property> table = {
         {"itemtitle", title},
         {"item_title", title},
@@ -136,17 +136,22 @@ Property propertyOf(const std::string& name) {
         {"bookletentrypagebreakafter", breakAfter},
         {"entrynumber", entryNumber},
     };
-    const auto found = table.find(name);
-    return found == table.end() ? nullptr : found->second;
+    return table;
 }
 
 }  // namespace
 
 std::string itemProperty(QbDataProvider& provider, const std::string& name) {
     const auto key = lower(name);
-    const auto property = propertyOf(key);
-    if (!property) return provider.CommonProvider().GetProperty(key);
-    return provider.CurrentItem() ? property(provider) : std::string();
+    const auto known = properties().find(key);
+    if (known == properties().end()) return provider.CommonProvider().GetProperty(key);
+    return provider.CurrentItem() ? known->second(provider) : std::string();
+}
+
+std::vector<std::string> itemPropertyNames() {
+    std::vector<std::string> names;
+    for (const auto& [name, property] : properties()) names.push_back(name);
+    return names;
 }
 
 }  // namespace quillbox

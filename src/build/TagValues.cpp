@@ -36,6 +36,13 @@ Ref<T> currentAs(const TagCall& call) {
     return std::dynamic_pointer_cast<T>(call.provider.CurrentItem());
 }
 
+// What an attribute says as it stands, or a scrap whose name stands there behind "@": a scrap may hold what
+// ends an attribute.
+std::string textOf(const TagCall& call, const char* attribute) {
+    auto text = call.Optional(attribute);
+    return text.starts_with('@') ? call.provider.NeedDocument().Scrap(text.substr(1)) : text;
+}
+
 std::string literal(const TagCall& call) { return call.provider.Parse(call.Needed("value"), "the value"); }
 
 std::string scrap(const TagCall& call) {
@@ -69,7 +76,7 @@ std::string section(const TagCall& call) {
 std::string list(const TagCall& call) {
     call.provider.RememberManifest();
     return filteredItemList(call.provider, {call.Needed("scrap"), lower(call.Needed("namespace")),
-                                            lower(call.Optional("filter"))});
+                                            lower(textOf(call, "filter"))});
 }
 
 std::string fileName(const TagCall& call) { return call.file ? call.file->BaseName() : std::string(); }
@@ -157,7 +164,7 @@ struct TagType {
     bool whole = false;
 };
 
-const TagType* tagType(const std::string& name) {
+const std::unordered_map<std::string, TagType>& tagTypes() {
     static const std::unordered_map<std::string, TagType> table = {
         {"literal", {literal}},
         {"booklettitle", {bookletTitle}},
@@ -179,21 +186,14 @@ const TagType* tagType(const std::string& name) {
         {"linkurl", {linkURL}},
         {"linkentrynumber", {linkEntryNumber}},
     };
-    const auto found = table.find(name);
-    return found == table.end() ? nullptr : &found->second;
-}
-
-// A format is given as it stands, or as the name of a scrap behind "@".
-std::string formatOf(const TagCall& call, const char* attribute) {
-    auto format = call.Optional(attribute);
-    return format.starts_with('@') ? call.provider.NeedDocument().Scrap(format.substr(1)) : format;
+    return table;
 }
 
 std::string formatted(const TagCall& call, const std::string& type, std::string value) {
     if (call.element.Attributes->Count() > 1) {
         if (!value.empty() && sameText(call.Optional("ForScript"), "True"))
             value = replaceAll(value, "'", "\\'");
-        const auto format = formatOf(call, value.empty() ? "EmptyFormat" : "ValueFormat");
+        const auto format = textOf(call, value.empty() ? "EmptyFormat" : "ValueFormat");
         if (!format.empty())
             value = value.empty() ? format : replaceAllText(format, "%%" + type + "%%", value);
     }
@@ -211,10 +211,16 @@ std::string tagValue(const TagCall& call) {
         const auto& provider = call.provider;
         if (!test->Evaluate(provider.CurrentItem(), provider.NamespaceDef(), provider.Document())) return {};
     }
-    const auto* known = tagType(type);
-    if (!known) return formatted(call, type, general(call, type));
-    auto value = known->value(call);
-    return known->whole ? value : formatted(call, type, std::move(value));
+    const auto known = tagTypes().find(type);
+    if (known == tagTypes().end()) return formatted(call, type, general(call, type));
+    auto value = known->second.value(call);
+    return known->second.whole ? value : formatted(call, type, std::move(value));
+}
+
+std::vector<std::string> tagNames() {
+    std::vector<std::string> names;
+    for (const auto& [name, type] : tagTypes()) names.push_back(name);
+    return names;
 }
 
 }  // namespace quillbox

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/engine/Providers.h"
 
@@ -25,5 +26,8 @@ struct TagCall {
 
 // The value of a tag: its condition, what its type gives, and its formats.
 std::string tagValue(const TagCall& call);
+
+// The names of the tags that have a row of their own, in lower case.
+std::vector<std::string> tagNames();
 
 }  // namespace quillbox

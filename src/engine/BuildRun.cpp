@@ -113,7 +113,7 @@ void BuildRun::copySupport() {
 
 void BuildRun::writePages() {
     mTotal = static_cast<int>(mPlan.pages.size());
-    for (const auto& page : mPlan.pages) mState->pages.insert(foldKey(page.name));
+    for (const auto& page : mPlan.pages) mState->pages.emplace(foldKey(page.name), page.item);
     for (const auto& page : mPlan.pages) {
         if (mDocument.mCancelled) return;
         offerPage(page);
@@ -144,7 +144,7 @@ void BuildRun::writePage(const PlannedPage& page) {
 }
 
 void BuildRun::makePage(const PlannedPage& page) {
-    mState->output.Claim(page.name, page.layout->Name, page.item);
+    mState->output.Claim(page.name, page.layout->Name);
     mState->pageName = page.name;
     mState->layout = page.layout;
     auto& data = *page.source->data;

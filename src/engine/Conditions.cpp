@@ -197,13 +197,14 @@ class Parser {
     std::optional<Operand> operand() {
         if (mNext == mWords.size()) return std::nullopt;
         if (mWords[mNext].quoted) return Operand(Operand::Kind::Text, mWords[mNext++].text);
-        for (const auto* keyword : {"is", "isnot", "and", "or", "not", "empty", "(", ")"}) {
-            if (sameText(mWords[mNext].text, keyword)) return std::nullopt;
-        }
         if (takes("itemtype")) return Operand(Operand::Kind::ItemType, "");
         if (takes("variable")) {
             if (mNext == mWords.size() || !mWords[mNext].quoted) return std::nullopt;
             return Operand(Operand::Kind::Variable, mWords[mNext++].text);
+        }
+        if (takes("(") || takes(")")) return std::nullopt;
+        for (const auto keyword : kConditionWords) {
+            if (sameText(mWords[mNext].text, keyword)) return std::nullopt;
         }
         return Operand(Operand::Kind::Property, mWords[mNext++].text);
     }

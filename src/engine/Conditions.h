@@ -23,6 +23,10 @@ class ConditionExpression {
     virtual bool Holds(const Facts& facts) const = 0;
 };
 
+// The words with a meaning of their own.
+inline constexpr std::string_view kConditionWords[] = {"is",  "isnot", "and",      "or",
+                                                       "not", "empty", "itemtype", "variable"};
+
 // None for a text that is no condition.
 std::shared_ptr<const ConditionExpression> parseCondition(std::string_view text);
 

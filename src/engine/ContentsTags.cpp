@@ -73,27 +73,36 @@ std::string breadcrumb(const TagRequest& request) {
     return trail;
 }
 
-void writeBranch(const TagRequest& request, const Place& place, const Node& node, int levels,
+// Writes the list that begins with a node; the page's own node is marked.
+void writeBranch(const TagRequest& request, const Place& place, const Node* first, int levels,
                  std::string& out) {
-    if (levels == 0 || !node.IsBook()) return;
+    if (levels == 0 || !first) return;
     out += "<ul>";
-    for (const auto* child = place.At(node.firstChild); child; child = place.At(child->nextSibling)) {
-        out += "<li>" + anchor(request, *child);
-        writeBranch(request, place, *child, levels - 1, out);
+    for (const auto* node = first; node; node = place.At(node->nextSibling)) {
+        out += node == place.Own() ? "<li class=\"current\">" : "<li>";
+        out += anchor(request, *node);
+        writeBranch(request, place, place.At(node->firstChild), levels - 1, out);
         out += "</li>";
     }
     out += "</ul>";
 }
 
-// What lies below the page, as a list; one level where the tag names no number of them.
+// What lies below the page, as a list, or all that stands in the page's book; one level where the tag names
+// no number of them.
 std::string branch(const TagRequest& request) {
     static constexpr int kMostLevels = 20;
     const auto place = placeOf(request);
     const auto* node = place.Own();
+    if (!node) return {};
     const auto asked = request.Attribute("levels");
     const int levels = asked.empty() ? 1 : std::clamp(integerOf(asked), 0, kMostLevels);
     std::string list;
-    if (node) writeBranch(request, place, *node, levels, list);
+    if (sameText(request.Attribute("of"), "book")) {
+        const auto* book = place.At(node->parent);
+        writeBranch(request, place, place.At(book ? book->firstChild : place.tree->First()), levels, list);
+    } else {
+        writeBranch(request, place, place.At(node->firstChild), levels, list);
+    }
     return list;
 }
 
@@ -123,6 +132,19 @@ std::string nodeKind(const TagRequest& request) {
     return node->IsBook() ? "book" : "page";
 }
 
+// How the node stands to the page being written.
+std::string nodePlace(const TagRequest& request) {
+    const auto* node = nodeInWork(request);
+    const auto place = placeOf(request);
+    const auto* own = place.Own();
+    if (!node || !own) return {};
+    if (own->def == node->def) return "current";
+    for (own = place.At(own->parent); own; own = place.At(own->parent)) {
+        if (own->def == node->def) return "above";
+    }
+    return {};
+}
+
 std::string nodeLevel(const TagRequest& request) {
     const auto* node = nodeInWork(request);
     return node ? std::to_string(node->level) : "";
@@ -146,6 +168,7 @@ void addContentsTags(TagTable& tags) {
         {"nodeicon", nodeIcon},
         {"nodekind", nodeKind},
         {"nodelevel", nodeLevel},
+        {"nodeplace", nodePlace},
     });
 }
 

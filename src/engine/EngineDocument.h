@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "engine/Conditions.h"
@@ -33,8 +32,8 @@ struct BuildState {
 
     OutputFolder output;
     Ref<FolderTemplate> pageTemplate;
-    // All pages that the build may write, in folded names.
-    std::unordered_set<std::string> pages;
+    // All pages that the build may write, by folded name, each with its item.
+    std::unordered_map<std::string, Ref<Object>> pages;
     // The page being written: its name under the output path, and the template's page that it is made from.
     std::string pageName;
     Ref<PageLayout> layout;

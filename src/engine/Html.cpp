@@ -2,6 +2,12 @@
 
 namespace quillbox {
 
+namespace {
+
+bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+}  // namespace
+
 std::string htmlText(std::string_view text) {
     std::string html;
     html.reserve(text.size() + 16);
@@ -29,6 +35,37 @@ std::string htmlText(std::string_view text) {
         }
     }
     return html;
+}
+
+std::string plainText(std::string_view html) {
+    std::string text;
+    const auto addBlank = [&] {
+        if (!text.empty() && text.back() != ' ') text += ' ';
+    };
+    for (std::size_t at = 0; at < html.size(); ++at) {
+        const char c = html[at];
+        const char next = at + 1 < html.size() ? html[at + 1] : ' ';
+        const bool isTag = c == '<' && (next == '/' || next == '!' || next == '?' || isLetter(next));
+        if (isTag) {
+            const bool isComment = html.substr(at, 4) == "<!--";
+            const auto end = html.find(isComment ? "-->" : ">", at);
+            if (end == std::string_view::npos) break;
+            at = end + (isComment ? 2 : 0);
+            addBlank();
+        } else if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
+            addBlank();
+        } else if (c == '<') {
+            text += "&lt;";
+        } else if (c == '>') {
+            text += "&gt;";
+        } else if (c == '"') {
+            text += "&quot;";
+        } else {
+            text += c;
+        }
+    }
+    if (text.ends_with(' ')) text.pop_back();
+    return text;
 }
 
 bool isRemote(std::string_view link) {

@@ -1,6 +1,9 @@
 // The general tags that read the current item, and the one that pulls generated content.
 
+#include <cstdio>
+
 #include "base/AutomationError.h"
+#include "base/Date.h"
 #include "base/Text.h"
 #include "engine/CommonTags.h"
 #include "engine/Html.h"
@@ -10,10 +13,23 @@ namespace quillbox {
 
 namespace {
 
+std::string missing(const std::string& name) { return "!NO PROPERTY '" + name + "'!"; }
+
+// A date of "yyyy-mm-dd hh:nn:ss" in another form; any other text is no date.
+std::string inFormat(const std::string& text, const std::string& format) {
+    Date::Parts parts{};
+    const int found = std::sscanf(text.c_str(), "%4d-%2d-%2d %2d:%2d:%2d", &parts.year, &parts.month,
+                                  &parts.day, &parts.hour, &parts.minute, &parts.second);
+    const auto date = found == 6 ? Date::From(parts) : std::nullopt;
+    return date ? date->Format(format) : "!NO DATE '" + text + "'!";
+}
+
 std::string property(const TagRequest& request) {
     const auto name = request.Attribute("name");
+    const auto format = request.Attribute("format");
     const auto value = request.document.ReadProperty(request.current.CurrentItem(), name);
-    return value ? *value : "!NO PROPERTY '" + name + "'!";
+    if (!value) return missing(name);
+    return format.empty() || value->empty() ? *value : inFormat(*value, format);
 }
 
 std::optional<std::string> dataOf(const TagRequest& request, const std::string& name) {
@@ -25,7 +41,13 @@ std::optional<std::string> dataOf(const TagRequest& request, const std::string& 
 std::string htmlTextOf(const TagRequest& request) {
     const auto name = request.Attribute("name");
     const auto value = dataOf(request, name);
-    return value ? htmlText(*value) : "!NO PROPERTY '" + name + "'!";
+    return value ? htmlText(*value) : missing(name);
+}
+
+std::string plainTextOf(const TagRequest& request) {
+    const auto name = request.Attribute("name");
+    const auto value = dataOf(request, name);
+    return value ? plainText(*value) : missing(name);
 }
 
 // The title of the page that the current item leads to.
@@ -33,8 +55,9 @@ std::string targetTitle(const TagRequest& request) {
     const auto* build = request.document.Building();
     const auto target = dataOf(request, "linktarget");
     if (!build || !target) return {};
-    const auto item = build->output.ItemOf(std::string(withoutFragment(*target)));
-    return htmlText(request.document.ReadProperty(item, "Title").value_or(""));
+    const auto page = build->pages.find(foldKey(withoutFragment(*target)));
+    if (page == build->pages.end()) return {};
+    return htmlText(request.document.ReadProperty(page->second, "Title").value_or(""));
 }
 
 bool isNames(const std::string& contentType) {
@@ -65,6 +88,7 @@ void addItemTags(TagTable& tags) {
     tags.insert({
         {"property", property},
         {"htmltext", htmlTextOf},
+        {"plaintext", plainTextOf},
         {"targettitle", targetTitle},
         {"streamcontent", streamContent},
     });

@@ -76,8 +76,8 @@ std::string OutputFolder::OnDisk(const std::string& fullName) const {
     return name.starts_with(mPath) ? mDisk + name.substr(mPath.size()) : name;
 }
 
-void OutputFolder::Claim(const std::string& name, const std::string& by, const Ref<Object>& item) {
-    const auto [place, isNew] = mClaimed.emplace(foldKey(name), Claimed{name, by, item});
+void OutputFolder::Claim(const std::string& name, const std::string& by) {
+    const auto [place, isNew] = mClaimed.emplace(foldKey(name), Claimed{name, by});
     if (isNew) return;
     const auto& other = place->second;
     throw AutomationError("Two files of the build would have one name: '" + name + "' from " + by + " and '" +
@@ -85,11 +85,6 @@ void OutputFolder::Claim(const std::string& name, const std::string& by, const R
 }
 
 bool OutputFolder::IsClaimed(const std::string& name) const { return mClaimed.contains(foldKey(name)); }
-
-Ref<Object> OutputFolder::ItemOf(const std::string& name) const {
-    const auto found = mClaimed.find(foldKey(name));
-    return found == mClaimed.end() ? nullptr : found->second.item;
-}
 
 // A link in the way may not lead what is written out of the folder.
 void OutputFolder::prepareFolderOf(const std::string& name) {

@@ -28,10 +28,8 @@ class OutputFolder {
     std::string OnDisk(const std::string& fullName) const;
 
     // Takes a name for this build. Fails where it is taken already, in this or another case.
-    void Claim(const std::string& name, const std::string& by, const Ref<Object>& item = nullptr);
+    void Claim(const std::string& name, const std::string& by);
     bool IsClaimed(const std::string& name) const;
-    // The item that the file was made of; none where there is no such file.
-    Ref<Object> ItemOf(const std::string& name) const;
 
     // A name that was checked. Makes the folders in it.
     void Write(const std::string& name, std::string_view text);
@@ -39,7 +37,6 @@ class OutputFolder {
   private:
     struct Claimed {
         std::string name, by;
-        Ref<Object> item;
     };
 
     void prepareFolderOf(const std::string& name);

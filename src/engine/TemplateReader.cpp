@@ -1,7 +1,7 @@
 #include "engine/TemplateReader.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <span>
 
 #include "base/AutomationError.h"
 #include "base/Text.h"
@@ -22,7 +22,7 @@ class Reader {
         const auto root = document->RootElement();
         if (root->Name() != "PageTemplate")
             fail(*root, "expected the root element PageTemplate, found " + root->Name());
-        checkAttributes(*root, {"Name", "Supports", "Order"});
+        checkAttributes(*root, kTemplateAttributes);
         mResult.name = required(*root, "Name");
         mResult.supports = root->Find("Supports").value_or("");
         mResult.order = number(*root, "Order");
@@ -54,7 +54,7 @@ class Reader {
         }
     }
 
-    void checkAttributes(XMLElement& element, std::initializer_list<std::string_view> known) const {
+    void checkAttributes(XMLElement& element, std::span<const std::string_view> known) const {
         for (const auto& attribute : element.Attributes()->Items()) {
             const bool fits = std::any_of(known.begin(), known.end(),
                                           [&](auto name) { return sameText(name, attribute->Name()); });
@@ -68,7 +68,7 @@ class Reader {
 
     void readChild(XMLElement& child) {
         if (child.Name() == "Namespace") {
-            checkAttributes(child, {"Name"});
+            checkAttributes(child, kNamespaceAttributes);
             mResult.namespaces.push_back(required(child, "Name"));
         } else if (child.Name() == "Page") {
             readPage(child);
@@ -78,8 +78,7 @@ class Reader {
     }
 
     void readPage(XMLElement& element) {
-        checkAttributes(element,
-                        {"File", "ItemType", "OnlyWith", "Filter", "Output", "CompileType", "Encoding"});
+        checkAttributes(element, kPageAttributes);
         auto page = make<PageLayout>();
         page->Name = fileName(element);
         page->NamespaceItemType = element.Find("ItemType").value_or("");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/PageLayout.h"
@@ -15,6 +16,12 @@ struct TemplateDescription {
     std::vector<std::string> namespaces;
     std::vector<Ref<PageLayout>> pages;
 };
+
+// The attributes that the reader takes, as they are spelled in its messages.
+inline constexpr std::string_view kTemplateAttributes[] = {"Name", "Supports", "Order"};
+inline constexpr std::string_view kNamespaceAttributes[] = {"Name"};
+inline constexpr std::string_view kPageAttributes[] = {"File",   "ItemType",    "OnlyWith", "Filter",
+                                                       "Output", "CompileType", "Encoding"};
 
 // Reads the template.xml of a template's folder. Fails with file, line and what was expected there.
 TemplateDescription readTemplate(const std::string& folder, XMLParser& xml);

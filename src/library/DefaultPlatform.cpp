@@ -11,7 +11,7 @@
 #include "engine/Engine.h"
 #include "frame/Platform.h"
 #include "frame/Version.h"
-#include "frame/typelib/TypeLibrary.h"
+#include "library/PublishedProperty.h"
 
 namespace quillbox {
 
@@ -23,16 +23,6 @@ std::string templatesFolder() {
     if (!folder.empty() && folder.back() != '/' && folder.back() != '\\')
         folder += platform().files->Separator();
     return folder + "Templates";
-}
-
-// A published property of an item as text, for conditions of templates.
-std::optional<std::string> readProperty(Object& item, const std::string& name) {
-    const auto* info = TypeLibrary::Get().FindClass(item.ClassName());
-    const auto* member = info ? info->FindMember(name) : nullptr;
-    if (!member || member->kind == MemberKind::Method || !member->params.empty()) return {};
-    std::optional<std::string> text;
-    ignoringFailures([&] { text = toText(getMember(item, name)); });
-    return text;
 }
 
 }  // namespace
@@ -51,7 +41,7 @@ Platform makeDefaultPlatform() {
                                           .system = platform.system,
                                           .templatesFolder = templatesFolder,
                                           .version = kVersion,
-                                          .readProperty = readProperty,
+                                          .readProperty = readPublishedProperty,
                                           .language = {}});
     return platform;
 }

@@ -54,6 +54,30 @@ TEST_F(CommonTagsTest, ReadTheCurrentItem) {
         "!NO PROPERTY 'nothing'!");
 }
 
+TEST_F(CommonTagsTest, WriteDatesOfTheItemAsAsked) {
+    const auto page = mGuide->AddPage("intro", "Intro");
+    page->properties["modifiedon"] = "2026-03-09 08:15:30";
+    page->properties["never"] = "";
+    EXPECT_EQ(Rendered("%%property:name=ModifiedOn%%|%%property:name=ModifiedOn,format=dd.mm.yyyy hh:nn%%|"
+                       "%%property:name=Never,format=yyyy%%|%%property:name=Title,format=yyyy%%|"
+                       "%%property:name=No,format=yyyy%%"),
+              "2026-03-09 08:15:30|09.03.2026 08:15||!NO DATE 'Intro'!|!NO PROPERTY 'No'!");
+}
+
+TEST_F(CommonTagsTest, GiveHtmlAsPlainText) {
+    const auto plain = [&](const std::string& html) {
+        mGuide->children.clear();
+        mGuide->AddPage("intro", html);
+        return Rendered("<%%plaintext:name=itemtitle%%>");
+    };
+    EXPECT_EQ(plain("<p>A <b>bold</b>\r\n  &amp; \"quoted\"<br/>text</p>\n<!-- no > -->"),
+              "<A bold &amp; &quot;quoted&quot; text>");
+    EXPECT_EQ(plain("a < b > c"), "<a &lt; b &gt; c>");
+    EXPECT_EQ(plain("cut <b"), "<cut>");
+    EXPECT_EQ(plain(""), "<>");
+    EXPECT_EQ(Rendered("%%plaintext:name=nothing%%"), "!NO PROPERTY 'nothing'!");
+}
+
 TEST_F(CommonTagsTest, ATagWithNothingToSayDiscardsAndAForeignOneIsLeft) {
     Prepare(*mDocument);
     EXPECT_EQ(Common().ProvideData(Tag("Help2Namespace"), nullptr), "{Discard}");
@@ -94,6 +118,11 @@ TEST_F(CommonTagsTest, TheTitleOfATargetIsThatOfItsPage) {
     PutPage("<%%targettitle%%>");
     Build();
     EXPECT_EQ(Output("two.html"), "<First &amp; foremost>");
+    link->properties["qualifiedname"] = "three";
+    dead->properties["title"] = "Written later";
+    Build();
+    EXPECT_EQ(Output("two.html"), "<Written later>");
+    dead->properties["qualifiedname"] = "nothing";
     EXPECT_EQ(Output("three.html"), "<>");
 }
 

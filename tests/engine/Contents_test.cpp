@@ -56,6 +56,28 @@ TEST_F(ContentsTest, AScrapGivesANodeAnotherForm) {
               "<N u=\"\" i=\"\">1D page/\n]\n>>one");
 }
 
+TEST_F(ContentsTest, ANodeSaysHowItStandsToThePage) {
+    Put("scraps/_NODE.html", "%%nodecaption%%:%%nodeplace%%");
+    mGuide->contents = {{"Book", "", 1}, {"A", "one.html", 2}, {"B", "two.html", 3}, {"C", "three.html", 1}};
+    const std::string text = "%%tableofcontents:BookPrefix=(,BookSuffix=),NodeScrap=_NODE%%";
+    EXPECT_EQ(Of("two", text), "(\nBook:above\n(\nA:above\n(\nB:current\n)\n)\nC:\n)\n");
+    EXPECT_EQ(Output("three.html"), "(\nBook:\n(\nA:\n(\nB:\n)\n)\nC:current\n)\n");
+    EXPECT_EQ(Output("four.html"), "(\nBook:\n(\nA:\n(\nB:\n)\n)\nC:\n)\n");
+}
+
+TEST_F(ContentsTest, ABranchIsWhatLiesBelowOrTheWholeBook) {
+    mGuide->contents = {{"Book", "", 1}, {"A", "one.html", 2}, {"B", "two.html", 3}, {"C", "three.html", 2}};
+    const std::string text = "%%branch%%|%%branch:of=book%%|%%branch:of=book,levels=2%%";
+    const std::string a = "<a href=\"one.html\">A</a>", b = "<a href=\"two.html\">B</a>",
+                      c = "<a href=\"three.html\">C</a>";
+    EXPECT_EQ(Of("one", text), "<ul><li>" + b + "</li></ul>|<ul><li class=\"current\">" + a + "</li><li>" +
+                                   c + "</li></ul>|<ul><li class=\"current\">" + a + "<ul><li>" + b +
+                                   "</li></ul></li><li>" + c + "</li></ul>");
+    EXPECT_EQ(Output("two.html"),
+              "|<ul><li class=\"current\">" + b + "</li></ul>|<ul><li class=\"current\">" + b + "</li></ul>");
+    EXPECT_EQ(Output("four.html"), "||");
+}
+
 TEST_F(ContentsTest, AnEmptyContentsWritesNothing) { EXPECT_EQ(Of("one", "<%%tableofcontents%%>"), "<>"); }
 
 TEST_F(ContentsTest, NodesThatAreLeftOutTakeTheirBranchWithThem) {
