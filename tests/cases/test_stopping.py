@@ -100,16 +100,37 @@ class CtrlC(Build):
                          {"made.qbp", "made.chm", "Page1.html", "Page2.html", "Page3.html",
                           "Made.hhp", "Made.hhc", "Made.hhk"})
 
-    def test_a_request_to_end_does_the_same_and_a_second_one_does_not_wait(self):
+    def test_cleans_up_as_a_build_that_ended_does(self):
         project = self.project()
-        self.compiler("trap '' TERM; echo begun > begun; while :; do sleep 1; done")
+        self.compiler("echo begun > begun; sleep 60")
+        with self.start("build", project, stderr=subprocess.PIPE, text=True) as process:
+            self.wait_for((project.parent / "begun").exists)
+            process.send_signal(signal.SIGINT)
+            process.communicate(timeout=PATIENCE)
+        self.assertEqual({p.name for p in project.parent.iterdir()}, {"made.qbp", "begun", "help.css"})
+
+    def test_a_second_one_ends_the_program_at_once(self):
+        project = self.project()
+        # One that does not listen, and goes by itself some time after the test.
+        self.compiler("trap '' TERM; echo begun > begun; sleep 10")
+        with self.start("build", project, stderr=subprocess.PIPE, text=True) as process:
+            self.wait_for((project.parent / "begun").exists)
+            start = time.monotonic()
+            while process.poll() is None:
+                process.send_signal(signal.SIGTERM)
+                time.sleep(0.05)
+            self.assertLess(time.monotonic() - start, 10)
+        self.assertEqual(process.returncode, -signal.SIGTERM)
+
+    def test_a_request_to_end_does_what_ctrl_c_does(self):
+        project = self.project()
+        self.compiler("echo begun > begun; sleep 10")
         with self.start("build", project, stderr=subprocess.PIPE, text=True) as process:
             self.wait_for((project.parent / "begun").exists)
             process.send_signal(signal.SIGTERM)
-            time.sleep(0.3)
-            process.send_signal(signal.SIGTERM)
-            process.communicate(timeout=PATIENCE)
-        self.assertIn(process.returncode, (128 + signal.SIGTERM, -signal.SIGTERM))
+            _, err = process.communicate(timeout=PATIENCE)
+        self.assertEqual(process.returncode, 128 + signal.SIGTERM, err)
+        self.assertIn("quillbox: stopped", err)
 
 
 class Compiling(Build):
