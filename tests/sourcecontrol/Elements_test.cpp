@@ -243,6 +243,16 @@ TEST_P(Elements, InASingleFileProjectNothingIsReadOnly) {
     EXPECT_EQ(read("ReadOnly"), Value(true));
 }
 
+TEST_P(Elements, AFileThatWasDeletedComesBackWithASaveAlthoughTheElementIsCheckedIn) {
+    const auto before = bytes(local());
+    newFile(local())->Delete();
+    ASSERT_TRUE(project->SaveToDisk());
+    EXPECT_EQ(status(), StatusCheckedIn);
+    // What is not of its own making a project cannot bring back.
+    const bool isOurs = std::string(GetParam().name) != "OtherFile";
+    EXPECT_EQ(bytes(local()), isOurs ? before : "no such file");
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, Elements, testing::ValuesIn(kKinds),
                          [](const auto& info) { return std::string(info.param.name); });
 
