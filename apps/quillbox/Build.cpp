@@ -100,6 +100,12 @@ void copyOtherFiles(const QbProject& project, const std::string& folder) {
 
 bool tells(const std::string& line, const char* word) { return line.find(word) != std::string::npos; }
 
+// What the build itself has to tell; compilers have notes too, of no use to a writer.
+bool isNote(const std::string& line) {
+    return line.starts_with("Left out: ") ||
+           (line.starts_with("Note: ") && tells(line, " is not in code page "));
+}
+
 // Prints the lines of the log that tell a problem, as "file: message", and gives their number. Notes are told
 // too, and where the compiler failed, all that it said.
 int printProblems(const QbProject& project, const std::string& log) {
@@ -110,7 +116,7 @@ int printProblems(const QbProject& project, const std::string& log) {
         if (tells(line, "Warning:") || tells(line, "Error:")) {
             std::fprintf(stderr, "%s: %s\n", project.Filename->FileName().c_str(), line.c_str());
             ++problems;
-        } else if (failed || line.starts_with("Left out: ") || line.starts_with("Note: ")) {
+        } else if (failed || isNote(line)) {
             std::fprintf(stderr, "%s\n", line.c_str());
         }
     }
@@ -130,7 +136,7 @@ int build(const Options& options) {
         document->OutputRoot = fullPath(options.site) + "/";
         std::filesystem::create_directories(document->OutputRoot);
     }
-    const Watch watch(*document);
+    Watch watch(*document);
     // One pass: the problems are told, and the user decides.
     project->BuildErrorsOrWarnings.connect(
         [](Ref<Document>&, Ref<BuildResult>&, bool& cancel) { cancel = true; });

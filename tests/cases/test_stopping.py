@@ -163,9 +163,10 @@ class Compiling(Build):
         project = self.project()
         project.write_text(project.read_text().replace('Title="Page 2"', 'Title="\u4e66 2"'))
         self.environment["LANG"] = "en_US.UTF-8"
-        self.compiler("echo chm > made.chm")
+        self.compiler("echo 'Note: of the compiler'; echo chm > made.chm")
         _, err = self.run_build(project)
         self.assertRegex(err, r"^Note: \S+: U\+4E66 is not in code page 1252")
+        self.assertEqual(len(err.splitlines()), 1)
 
 
 class OwnTemplates(Build):
