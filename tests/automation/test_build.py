@@ -273,6 +273,16 @@ class Building(BuildCase):
         self.assertTrue(self.build().Cancelled)
         self.assertEqual([name for name in self.written() if name.endswith(".html")], ["One.html"])
 
+    def test_tells_how_far_it_is(self):
+        for name in ("One", "Two"):
+            add_topic(self.manual, name)
+        told = []
+        self.document.Progress.connect(lambda *progress: told.append(progress))
+        self.build()
+        self.assertEqual(told, [("Generating content: writing One.html", 1, 3),
+                                ("Generating content: writing Two.html", 2, 3),
+                                ("Generating content: writing Map.html", 3, 3)])
+
     def test_of_the_same_project_twice_gives_the_same_bytes(self):
         add_topic(self.manual, "Intro", body="%%incrementingvalue:Name=n%%")
         self.build()
