@@ -140,11 +140,18 @@ int build(const Options& options) {
     // One pass: the problems are told, and the user decides.
     project->BuildErrorsOrWarnings.connect(
         [](Ref<Document>&, Ref<BuildResult>&, bool& cancel) { cancel = true; });
-    const auto result = project->Build(document, "", options.related, !options.noCompile, !options.keep);
+    // The compiler for Help 2.0 runs elsewhere; what it reads is what is made here.
+    const bool forHelp2 = project->CompileType() == CompileHelp2;
+    const bool compile = !options.noCompile && !forHelp2;
+    const auto result = project->Build(document, "", options.related, compile, !options.keep);
     if (result->Cancelled) return watch.Stopped();
     if (!options.site.empty()) copyOtherFiles(*project, document->OutputRoot);
     if (printProblems(*project, result->CompilerLog) > 0) return kFoundProblems;
-    const auto output = options.site.empty() ? document->OutputFileName : document->OutputRoot;
+    if (forHelp2 && !options.noCompile)
+        std::fprintf(stderr,
+                     "Help 2.0 is not compiled here: the input of its compiler is written, and kept\n");
+    const auto made = forHelp2 ? document->CompilerInputFile : document->OutputFileName;
+    const auto output = options.site.empty() ? made : document->OutputRoot;
     if (!options.noCompile || !options.site.empty()) std::printf("%s\n", output.c_str());
     return kDone;
 }

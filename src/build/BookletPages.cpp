@@ -15,11 +15,16 @@ Ref<NamespaceDef> definitionOf(const char* itemType) {
     return documentEngine().Templates().Namespaces(kItemFamily)->ByName(itemType)->Item(1);
 }
 
-std::string renderEntry(QbDataProvider& provider, const Ref<ManifestEntry>& entry) {
-    const auto manifest = provider.CurrentManifest();
+// The page that the booklet's template has for a topic. It is loaded for a cover page too. It is meant so.
+Ref<LoadedPage> topicPage(QbDataProvider& provider, const Ref<Manifest>& manifest) {
     const auto pageTemplate = manifest ? manifest->BookletProperties->Template() : nullptr;
     if (!pageTemplate) throw AutomationError("The booklet has no template that is installed");
-    const auto page = provider.NeedDocument().LoadPage(pageTemplate->Path() + "topic.html");
+    return provider.NeedDocument().LoadPage(pageTemplate->Path() + "topic.html");
+}
+
+std::string renderEntry(QbDataProvider& provider, const Ref<ManifestEntry>& entry) {
+    const auto manifest = provider.CurrentManifest();
+    const auto page = topicPage(provider, manifest);
     const auto data = provider.Copy();
     data->SetCurrentItem(definitionOf(kManifestEntryItems), entry, "Manifest Entry", manifest);
     page->SetDataProvider(data);
@@ -27,6 +32,7 @@ std::string renderEntry(QbDataProvider& provider, const Ref<ManifestEntry>& entr
 }
 
 std::string renderCover(QbDataProvider& provider, const Ref<Manifest>& manifest) {
+    topicPage(provider, manifest);
     const auto topic = manifest->BookletProperties->CoverPageTopic();
     if (!topic) return {};
     const auto data = provider.Copy();

@@ -125,7 +125,7 @@ ClassInfo describeQbNamespaceProvider() {
         .method("GetItems", &N::GetItems, {"NameSpaceDef", "ParentItem", {"Filter", ""}},
                 "The items of a kind below a parent item; an empty collection where there are none.")
         .ofInterface()
-        .method("DocumentDataProvider", &N::DocumentDataProvider, "The data provider of these items.")
+        .read("DocumentDataProvider", &N::DocumentDataProvider, "The data provider of these items.")
         .ofInterface()
         .method("Initialise", &N::Initialise, {"Document"},
                 "Takes the document; with none, makes one with a new project in it.")

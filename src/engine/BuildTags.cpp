@@ -62,6 +62,7 @@ std::string help2FileId(const TagRequest& request) { return request.document.Hel
 std::string language(const TagRequest& request) { return request.document.Language().tag; }
 std::string languageName(const TagRequest& request) { return request.document.Language().name; }
 std::string languageId(const TagRequest& request) { return request.document.Language().id; }
+std::string languageNumber(const TagRequest& request) { return request.document.Language().number; }
 std::string codePage(const TagRequest& request) { return request.document.Language().codePage; }
 std::string charset(const TagRequest& request) { return request.document.Language().charset; }
 
@@ -85,6 +86,7 @@ void addBuildTags(TagTable& tags) {
         {"language", language},
         {"languagename", languageName},
         {"languageid", languageId},
+        {"languagenumber", languageNumber},
         {"codepage", codePage},
         {"charset", charset},
     });

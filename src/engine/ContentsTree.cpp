@@ -11,6 +11,18 @@ namespace {
 
 constexpr int kRelatedContents = 3;
 
+void writeLine(const std::string& line, std::string& out) {
+    if (!line.empty()) out += line + "\n";
+}
+
+bool isRelated(const ContentsTree& tree, std::size_t node) {
+    return tree.Nodes()[node].def->Kind == kRelatedContents;
+}
+
+void endNode(const ContentsTree& tree, const ContentsStyle& style, std::size_t node, std::string& out) {
+    if (style.writeNodeEnd && !isRelated(tree, node)) style.writeNodeEnd(tree, node, out);
+}
+
 // Related contents hold no related contents of their own.
 void writeRelated(const ContentsStyle& style, std::string& out) {
     auto inner = style;
@@ -78,22 +90,24 @@ std::optional<std::size_t> ContentsTree::Neighbour(const std::string& page, int 
 void writeContents(const ContentsTree& tree, const ContentsStyle& style, std::string& out) {
     const auto& nodes = tree.Nodes();
     if (nodes.empty()) return;
-    out += style.bookPrefix + "\n";
+    writeLine(style.bookPrefix, out);
     for (auto at = tree.First(); at;) {
         const auto& node = nodes[*at];
-        if (node.def->Kind == kRelatedContents) {
+        if (isRelated(tree, *at)) {
             writeRelated(style, out);
         } else {
             style.writeNode(tree, *at, out);
         }
         if (node.IsBook()) {
-            out += style.bookPrefix + "\n";
+            writeLine(style.bookPrefix, out);
             at = node.firstChild;
             continue;
         }
+        endNode(tree, style, *at, out);
         while (at && !nodes[*at].nextSibling) {
-            out += style.bookSuffix + "\n";
+            writeLine(style.bookSuffix, out);
             at = nodes[*at].parent;
+            if (at) endNode(tree, style, *at, out);
         }
         if (at) at = nodes[*at].nextSibling;
     }

@@ -46,10 +46,14 @@ class ContentsTree {
     std::unordered_map<std::string, std::size_t> mByPage;
 };
 
-// How a contents tree is written: what stands before and after a list of nodes, and the text of one node.
+// How a contents tree is written: what stands before and after a list of nodes, and the text of one node,
+// before and behind what lies below it.
 struct ContentsStyle {
     std::string bookPrefix, bookSuffix;
-    std::function<void(const ContentsTree& tree, std::size_t node, std::string& out)> writeNode;
+    using WriteNode = std::function<void(const ContentsTree& tree, std::size_t node, std::string& out)>;
+    WriteNode writeNode;
+    // None where nothing follows a node.
+    WriteNode writeNodeEnd;
     // The trees that stand at a node for the contents of related projects.
     std::function<std::vector<std::shared_ptr<const ContentsTree>>()> related;
 };

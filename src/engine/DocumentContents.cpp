@@ -97,21 +97,29 @@ void EngineDocument::StreamTOC(const Ref<FileSystemObject>& file, const Ref<Page
     const auto current = Template();
     const auto tree = mState && current && sameText(current->Name(), name) ? Contents() : treeOf(name);
     if (!tree) return;
-    ContentsStyle style{TOCBookPrefix, TOCBookSuffix, writeSitemapNode, [this] { return otherTrees(); }};
-    TagPieces scrap;
+    ContentsStyle style{TOCBookPrefix, TOCBookSuffix, writeSitemapNode, nullptr,
+                        [this] { return otherTrees(); }};
     if (!TOCNodeScrap.empty()) {
-        scrap = splitTags(Scrap(TOCNodeScrap));
-        style.writeNode = [&](const ContentsTree& of, std::size_t node, std::string& out) {
-            writeNode(scrap, file, of, node, out);
-        };
+        const auto footer = TOCNodeScrap + "_footer";
+        style.writeNode = nodeWriter(TOCNodeScrap, file);
+        if (!Scrap(footer).starts_with("!MISSING")) style.writeNodeEnd = nodeWriter(footer, file);
     }
     std::string text;
     writeContents(*tree, style, text);
     file->Write(text);
 }
 
-void EngineDocument::writeNode(const TagPieces& scrap, const Ref<FileSystemObject>& file,
-                               const ContentsTree& tree, std::size_t node, std::string& out) {
+ContentsStyle::WriteNode EngineDocument::nodeWriter(const std::string& scrap,
+                                                    const Ref<FileSystemObject>& file) {
+    return [this, scrap, file, pieces = splitTags(Scrap(scrap))](const ContentsTree& tree, std::size_t node,
+                                                                 std::string& out) {
+        writeNode(scrap, pieces, file, tree, node, out);
+    };
+}
+
+void EngineDocument::writeNode(const std::string& scrap, const TagPieces& pieces,
+                               const Ref<FileSystemObject>& file, const ContentsTree& tree, std::size_t node,
+                               std::string& out) {
     const auto sources = Sources();
     if (sources->empty()) throw AutomationError("The scrap of a contents node needs a provider of items");
     const Restored place(mCurrentNode, NodePlace{&tree, node});
@@ -119,7 +127,7 @@ void EngineDocument::writeNode(const TagPieces& scrap, const Ref<FileSystemObjec
     const auto parent = item.parent ? tree.Nodes()[*item.parent].def : nullptr;
     auto& data = *sources->front().data;
     const ItemScope scope(data, nullptr, item.def, "Contents Node", parent);
-    expandThrough(data, scrap, "scrap " + TOCNodeScrap, "the contents", file, out);
+    expandThrough(data, pieces, "scrap " + scrap, "the contents", file, out);
     out += "\n";
 }
 

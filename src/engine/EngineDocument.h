@@ -92,8 +92,9 @@ class EngineDocument : public Document {
     std::shared_ptr<const ContentsTree> treeOf(const std::string& templateName);
     std::vector<std::shared_ptr<const ContentsTree>> otherTrees();
     void makeContents();
-    void writeNode(const TagPieces& scrap, const Ref<FileSystemObject>& file, const ContentsTree& tree,
-                   std::size_t node, std::string& out);
+    ContentsStyle::WriteNode nodeWriter(const std::string& scrap, const Ref<FileSystemObject>& file);
+    void writeNode(const std::string& scrap, const TagPieces& pieces, const Ref<FileSystemObject>& file,
+                   const ContentsTree& tree, std::size_t node, std::string& out);
 
     std::shared_ptr<EngineShared> mShared;
     Ref<quillbox::NamespaceDefs> mNamespaceDefs = make<quillbox::NamespaceDefs>();

@@ -25,13 +25,12 @@ std::string htmlText(std::string_view text) {
             case '"':
                 html += "&quot;";
                 break;
-            case '\r':
-                break;
             case '\n':
                 html += ' ';
                 break;
             default:
-                html += c;
+                // What is left below the blank is no text; XML cannot hold it at all.
+                if (static_cast<unsigned char>(c) >= ' ' || c == '\t') html += c;
         }
     }
     return html;

@@ -241,8 +241,12 @@ Language languageOf(const std::string& tag) {
     icu::UnicodeString name;
     locale.getDisplayName(icu::Locale::getUS(), name);
     UErrorCode status = U_ZERO_ERROR;
-    return {locale.toLanguageTag<std::string>(status), toText(name), hexadecimal.data(),
-            std::string(page.number), std::string(page.charset)};
+    return {locale.toLanguageTag<std::string>(status),
+            toText(name),
+            hexadecimal.data(),
+            std::to_string(id),
+            std::string(page.number),
+            std::string(page.charset)};
 }
 
 std::string environmentLanguage() {

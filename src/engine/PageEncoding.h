@@ -23,6 +23,7 @@ struct Language {
     std::string tag;       // "en-US"
     std::string name;      // "English (United States)"
     std::string id;        // "0x0409"
+    std::string number;    // "1033"
     std::string codePage;  // "1252"
     std::string charset;   // "windows-1252", as a page names it
 };

@@ -5,12 +5,22 @@
 
 namespace quillbox {
 
-std::optional<std::string> readPublishedProperty(Object& item, const std::string& name) {
+std::optional<std::string> readPublishedProperty(Object& item, const std::string& path) {
+    const auto dot = path.find('.');
+    const auto name = path.substr(0, dot);
     const auto* info = TypeLibrary::Get().FindClass(item.ClassName());
     const auto* member = info ? info->FindMember(name) : nullptr;
     if (!member || member->kind == MemberKind::Method || !member->params.empty()) return {};
     std::optional<std::string> text;
-    ignoringFailures([&] { text = toText(getMember(item, name)); });
+    ignoringFailures([&] {
+        const auto value = getMember(item, name);
+        if (dot == std::string::npos) {
+            text = toText(value);
+        } else {
+            const auto next = toObject(value);
+            text = next ? readPublishedProperty(*next, path.substr(dot + 1)) : std::string();
+        }
+    });
     return text;
 }
 

@@ -86,11 +86,19 @@ TEST_F(BookletTest, AnEntryIsRenderedThroughThePageOfTheBookletsTemplate) {
 }
 
 TEST_F(BookletTest, ACoverPageIsTheBodyOfItsTopic) {
+    document->pages["/templates/Print/topic.html"] = "a page for topics";
     makeCurrent(manifest);
     EXPECT_EQ(expanded("%%coverpage%%"), "");
     manifest->BookletProperties->SetCoverpageTopicID(addTopic("Cover", "<h1>Book</h1>")->Key);
     EXPECT_EQ(expanded("%%coverpage:ValueFormat=x%%"), "<h1>Book</h1>");
     EXPECT_EQ(expanded("%%topiccontent%%"), "");
+}
+
+TEST_F(BookletTest, ACoverPageNeedsThePageForTopicsTooWithOrWithoutATopic) {
+    makeCurrent(manifest);
+    EXPECT_THAT(failureOf([&] { expanded("%%coverpage%%"); }), HasSubstr("topic.html"));
+    manifest->BookletProperties->SetTemplateName("Gone");
+    EXPECT_THAT(failureOf([&] { expanded("%%coverpage%%"); }), HasSubstr("The booklet has no template"));
 }
 
 TEST_F(BookletTest, OtherItemsHaveNoContentOfABooklet) {

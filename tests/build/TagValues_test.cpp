@@ -213,5 +213,14 @@ TEST_F(TagValuesTest, ABookletTitleGivesWayToARawCoverPage) {
     EXPECT_EQ(expanded("%%booklettitle%%"), "The Book");
 }
 
+TEST_F(TagValuesTest, ABookletsContentsNeedTheManifestItself) {
+    EXPECT_EQ(expanded("[%%booklettableofcontents%%]"), "[]");
+    const auto manifest = addManifest("Book");
+    manifest->BookletProperties->SetGenerateTOC(true);
+    makeCurrent(addTopic("Intro"), manifest);
+    EXPECT_THAT(failureOf([&] { expanded("%%booklettableofcontents%%"); }),
+                testing::HasSubstr("needs a manifest as the current item"));
+}
+
 }  // namespace
 }  // namespace quillbox

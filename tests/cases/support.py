@@ -47,3 +47,14 @@ class Case(unittest.TestCase):
         if os.environ.get("QUILLBOX_UPDATE"):
             file.write_text(text)
         self.assertEqual(file.read_text(), text, f"see {file}")
+
+    def assert_expected_folder(self, name, texts):
+        """Holds texts by file name against a folder of expected/, which may hold nothing else."""
+        folder = EXPECTED / name
+        if os.environ.get("QUILLBOX_UPDATE"):
+            shutil.rmtree(folder, ignore_errors=True)
+            folder.mkdir()
+        for file, text in texts.items():
+            if os.environ.get("QUILLBOX_UPDATE") or (folder / file).is_file():
+                self.assert_expected(f"{name}/{file}", text)
+        self.assertEqual(sorted(file.name for file in folder.iterdir()), sorted(texts), f"see {folder}")

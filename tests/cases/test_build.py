@@ -78,7 +78,6 @@ class Site(Case):
         self.assertTrue((site / "Welcome.html").is_file())
         self.assertTrue((site / "css" / "handbook.css").is_file())
         self.assertEqual(sorted(project.parent.rglob("*")), before)
-        self.assert_expected("Welcome.html", re.sub(r"&#169; \d+|© \d+", "(c) YEAR", (site / "Welcome.html").read_text()))
 
     def test_every_link_between_its_pages_leads_somewhere(self):
         self.run_program("build", self.handbook(), "--site", "site", "--no-compile")

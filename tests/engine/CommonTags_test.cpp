@@ -35,12 +35,13 @@ TEST_F(CommonTagsTest, TellOfTheBuildAndThePage) {
 }
 
 TEST_F(CommonTagsTest, TellOfTheLanguage) {
-    const std::string text = "%%language%% %%languageid%% %%codepage%% %%charset%% %%languagename%%";
-    EXPECT_EQ(Rendered(text), "en-US 0x0409 1252 windows-1252 English (United States)");
+    const std::string text =
+        "%%language%% %%languageid%% %%languagenumber%% %%codepage%% %%charset%% %%languagename%%";
+    EXPECT_EQ(Rendered(text), "en-US 0x0409 1033 1252 windows-1252 English (United States)");
     auto variable = make<VariableValue>();
     variable->Value = "ja";
     mDocument->VariableValues->Add(variable, "language");
-    EXPECT_EQ(Rendered(text), "ja-JP 0x0411 932 shift_jis Japanese (Japan)");
+    EXPECT_EQ(Rendered(text), "ja-JP 0x0411 1041 932 shift_jis Japanese (Japan)");
 }
 
 TEST_F(CommonTagsTest, ReadTheCurrentItem) {
@@ -76,6 +77,15 @@ TEST_F(CommonTagsTest, GiveHtmlAsPlainText) {
     EXPECT_EQ(plain("cut <b"), "<cut>");
     EXPECT_EQ(plain(""), "<>");
     EXPECT_EQ(Rendered("%%plaintext:name=nothing%%"), "!NO PROPERTY 'nothing'!");
+}
+
+TEST_F(CommonTagsTest, TextsOfItemsAndVariablesCanBeMadeReadyForMarkup) {
+    auto variable = make<VariableValue>();
+    variable->Name = "Owner";
+    variable->Value = "<%%itemtitle%%> & \"Sons\"\r\n\x01\x1F\tLtd";
+    mDocument->VariableValues->Add(variable, "Owner");
+    EXPECT_EQ(Rendered("%%htmltext:variable=owner%%|%%htmltext:variable=None,EmptyFormat=-%%"),
+              "&lt;Intro&gt; &amp; &quot;Sons&quot; \tLtd|-");
 }
 
 TEST_F(CommonTagsTest, ATagWithNothingToSayDiscardsAndAForeignOneIsLeft) {

@@ -78,6 +78,22 @@ TEST_F(ContentsTest, ABranchIsWhatLiesBelowOrTheWholeBook) {
     EXPECT_EQ(Output("four.html"), "||");
 }
 
+TEST_F(ContentsTest, AFooterStandsBehindWhatLiesBelowANode) {
+    Put("scraps/_NODE.html", "%%ReplaceInQuotes:Value=True%%<n t=\"%%nodecaption%%\">");
+    Put("scraps/_NODE_footer.html", "</n %%nodecaption%%>");
+    mGuide->contents = {{"A", "one.html"}, {"B", "", 2}, {"C", "", 3}, {"D", "", 2}, {"E", ""}};
+    EXPECT_EQ(Of("one", "%%tableofcontents:NodeScrap=_NODE%%"),
+              "<n t=\"A\">\n<n t=\"B\">\n<n t=\"C\">\n</n C>\n</n B>\n<n t=\"D\">\n</n D>\n</n A>\n"
+              "<n t=\"E\">\n</n E>\n");
+}
+
+TEST_F(ContentsTest, ANodeForRelatedContentsHasNoFooter) {
+    Put("scraps/_NODE.html", "<%%nodecaption%%>");
+    Put("scraps/_NODE_footer.html", "</%%nodecaption%%>");
+    mGuide->contents = {{"A", "one.html"}, {"related here", "", 1, -1, 3}};
+    EXPECT_EQ(Of("one", "%%tableofcontents:NodeScrap=_NODE%%"), "<A>\n</A>\n");
+}
+
 TEST_F(ContentsTest, AnEmptyContentsWritesNothing) { EXPECT_EQ(Of("one", "<%%tableofcontents%%>"), "<>"); }
 
 TEST_F(ContentsTest, NodesThatAreLeftOutTakeTheirBranchWithThem) {
