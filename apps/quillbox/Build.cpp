@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -12,6 +13,7 @@
 #include "base/Text.h"
 #include "build/BuildResult.h"
 #include "content/OtherFiles.h"
+#include "engine/PageLayout.h"
 #include "frame/Platform.h"
 
 namespace quillbox::cli {
@@ -123,6 +125,22 @@ int printProblems(const QbProject& project, const std::string& log) {
     return problems;
 }
 
+// Empty where there is a help file to be made. A build that does not compile keeps what it writes.
+std::string whyNotCompiled(const QbProject& project) {
+    const auto pageTemplate = project.Template();
+    if (!pageTemplate) return {};
+    const auto pages = pageTemplate->Pages()->Items();
+    const bool hasInput = std::any_of(pages.begin(), pages.end(), [&](const Value& page) {
+        const auto layout = std::dynamic_pointer_cast<PageLayout>(toObject(page));
+        return layout && layout->compileType == project.CompileType();
+    });
+    if (!hasInput)
+        return "Nothing is compiled: the template '" + pageTemplate->Name() +
+               "' has no input for a compiler of this kind of help";
+    // Its compiler runs elsewhere.
+    return project.CompileType() == CompileHelp2 ? "Help 2.0 is not compiled here; the input is written" : "";
+}
+
 int build(const Options& options) {
     useTemplates(options.templates);
     const auto project = openProject(options.project);
@@ -140,17 +158,14 @@ int build(const Options& options) {
     // One pass: the problems are told, and the user decides.
     project->BuildErrorsOrWarnings.connect(
         [](Ref<Document>&, Ref<BuildResult>&, bool& cancel) { cancel = true; });
-    // The compiler for Help 2.0 runs elsewhere; what it reads is what is made here.
-    const bool forHelp2 = project->CompileType() == CompileHelp2;
-    const bool compile = !options.noCompile && !forHelp2;
+    const auto whyNot = options.noCompile ? std::string() : whyNotCompiled(*project);
+    const bool compile = !options.noCompile && whyNot.empty();
     const auto result = project->Build(document, "", options.related, compile, !options.keep);
     if (result->Cancelled) return watch.Stopped();
     if (!options.site.empty()) copyOtherFiles(*project, document->OutputRoot);
     if (printProblems(*project, result->CompilerLog) > 0) return kFoundProblems;
-    if (forHelp2 && !options.noCompile)
-        std::fprintf(stderr,
-                     "Help 2.0 is not compiled here: the input of its compiler is written, and kept\n");
-    const auto made = forHelp2 ? document->CompilerInputFile : document->OutputFileName;
+    if (!whyNot.empty()) std::fprintf(stderr, "%s\n", whyNot.c_str());
+    const auto made = compile ? document->OutputFileName : document->OutputPath;
     const auto output = options.site.empty() ? made : document->OutputRoot;
     if (!options.noCompile || !options.site.empty()) std::printf("%s\n", output.c_str());
     return kDone;

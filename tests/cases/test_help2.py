@@ -120,10 +120,18 @@ class Help2(Case):
 
     def test_are_what_a_build_gives_and_nothing_is_deleted(self):
         inputs, out, err = self.build(self.project())
-        self.assertEqual(out.strip(), str(inputs["Quillbox Handbook.hxc"]))
-        self.assertIn("not compiled here", err)
+        self.assertEqual(out.strip(), str(inputs["Quillbox Handbook.hxc"].parent) + "/")
+        self.assertIn("Help 2.0 is not compiled here", err)
         self.assertEqual(len(inputs), 9)
         self.assertTrue((inputs["Quillbox Handbook.hxc"].parent / "Welcome.html").is_file())
+
+    def test_are_not_for_a_project_of_html_help_whose_pages_stay_all_the_same(self):
+        project = self.handbook()
+        inputs, out, err = self.build(project)
+        self.assertEqual(inputs, {})
+        self.assertEqual(out.strip(), str(project.parent) + "/")
+        self.assertIn("the template 'Help 2.0' has no input", err)
+        self.assertTrue((project.parent / "Welcome.html").is_file())
 
 
 if __name__ == "__main__":
