@@ -125,9 +125,10 @@ TEST_F(BookletTemplateTest, EveryEntryHasItsMarksItsTitleAndItsRow) {
 
 TEST_F(BookletTemplateTest, LinksLeadToEntriesOrBecomeText) {
     const auto page = built();
-    EXPECT_THAT(page, HasSubstr("<a class=\"reference\" href=\"#Installing\">Installing and building <span "
-                                "class=\"see\">(&#8594;&#160;2.1)</span></a>"));
-    EXPECT_THAT(page, HasSubstr("<a name=\"Installing\"></a>"));
+    EXPECT_THAT(page,
+                HasSubstr("<a class=\"reference\" href=\"#topic-Installing\">Installing and building <span "
+                          "class=\"see\">(&#8594;&#160;2.1)</span></a>"));
+    EXPECT_THAT(page, HasSubstr("<h1 id=\"topic-Installing\">"));
     EXPECT_THAT(page, Not(HasSubstr(".html\">")));
     EXPECT_THAT(page, HasSubstr("<span class=\"term\">"));
 }

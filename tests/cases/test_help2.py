@@ -91,7 +91,7 @@ class Help2(Case):
     def test_hold_any_title_and_keyword(self):
         nasty = 'A < B & "C" > \'D\' Ω 漢字 Größe'
         project = self.project(lambda text: text.replace('Title="Quillbox Handbook"', 'Title="Tom &amp; &quot;Jerry&quot;"')
-                               .replace("© 2026", "&lt;©&gt; &amp;"))
+                               .replace("© 2026", "&lt;©&gt; &amp;").replace('"Language">en<', '"Language">ja<'))
         topic = next(file for file in (project.parent / "TopicData").iterdir() if ' Name="Welcome"' in file.read_text())
         tree = ElementTree.parse(topic)
         tree.getroot().set("Title", nasty)
@@ -101,6 +101,7 @@ class Help2(Case):
         roots = self.check(self.build(project, "--no-compile")[0])
         title = 'Tom & "Jerry"'
         self.assertEqual(roots[title + ".hxc"].get("Title"), title)
+        self.assertEqual({root.get("LangId") for root in roots.values()}, {"1041"})
         self.assertIn("<©> &", roots[title + ".hxc"].get("Copyright"))
         self.assertEqual(roots[title + ".hxc"].find("TOCDef").get("File"), title + ".hxt")
         self.assertEqual(roots[title + ".hxt"][0].get("Title"), nasty)
