@@ -26,10 +26,9 @@ inline std::string withoutVersion(const std::string& text) {
     return std::regex_replace(text, version, " Version=\"*\"");
 }
 
-// Compares with a file below tests/data; with QUILLBOX_REWRITE_EXPECTED=1 in the environment the file is
-// written.
+// Compares with a file below tests/data; with QUILLBOX_UPDATE=1 in the environment the file is written.
 inline void expectData(const std::string& name, const std::string& text) {
-    if (std::getenv("QUILLBOX_REWRITE_EXPECTED")) {
+    if (std::getenv("QUILLBOX_UPDATE")) {
         const auto path = std::filesystem::path(QUILLBOX_SOURCE_DIR) / "tests/data" / name;
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path, std::ios::binary) << text;
