@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cctype>
 #include <cstdlib>
+#include <set>
 
 #include "base/Text.h"
 #include "build/CompilerInputs.h"
@@ -74,6 +76,31 @@ TEST_F(TemplateGuideTest, ItsExamplesComeOutAsItSays) {
         }
     }
     if (isAskedToRewrite()) mGuide.Rewrite(texts);
+}
+
+// As the anchor that a heading gets where the guide is read: "### How it works" is "how-it-works".
+std::string anchorOf(const std::string& heading) {
+    std::string anchor;
+    for (const char c : lower(trimBlanks(heading.substr(heading.find(' '))))) {
+        if (c == ' ') anchor += '-';
+        if (std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == '_') anchor += c;
+    }
+    return anchor;
+}
+
+TEST_F(TemplateGuideTest, ItsLinksLeadToItsHeadings) {
+    std::set<std::string> anchors;
+    for (const auto& line : split(mGuide.Text(), "\n")) {
+        if (line.starts_with('#') && line.find(' ') != std::string::npos) anchors.insert(anchorOf(line));
+    }
+    static constexpr std::string_view kLink = "](#";
+    std::vector<std::string> dead;
+    const auto& text = mGuide.Text();
+    for (auto at = text.find(kLink); at != std::string::npos; at = text.find(kLink, at + 1)) {
+        const auto target = text.substr(at + kLink.size(), text.find(')', at) - at - kLink.size());
+        if (!anchors.contains(target)) dead.push_back(target);
+    }
+    EXPECT_THAT(dead, IsEmpty());
 }
 
 TEST_F(TemplateGuideTest, HasAnExampleOfEveryTag) {
