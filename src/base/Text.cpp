@@ -10,7 +10,9 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
+#include <locale>
 #include <memory>
+#include <sstream>
 
 #include "base/AutomationError.h"
 
@@ -34,6 +36,15 @@ std::string mapped(std::string_view text, char (*map)(char)) {
 
 icu::StringPiece piece(std::string_view text) {
     return {text.data(), static_cast<std::int32_t>(text.size())};
+}
+
+// A number that no double holds: the largest where it is too large, else next to nothing.
+double atTheLimit(std::string digits) {
+    std::istringstream stream(std::move(digits));
+    stream.imbue(std::locale::classic());
+    double number = 0;
+    stream >> number;
+    return number;
 }
 
 std::string fold(std::string_view text) {
@@ -171,7 +182,8 @@ double leadingNumber(std::string_view text) {
     const auto digit = text.find_first_of("0123456789.");
     if (digit > 1 || (digit == 1 && text.front() != '-')) return 0;
     double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc::result_out_of_range) return atTheLimit({text.data(), stop});
     return number;
 }
 

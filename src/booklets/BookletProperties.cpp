@@ -24,7 +24,10 @@ std::string numberText(float number) {
 }
 
 float numberOf(const Ref<XMLElement>& e, const char* name) {
-    return static_cast<float>(leadingNumber(required(e, name)));
+    const auto number = static_cast<float>(leadingNumber(required(e, name)));
+    if (!std::isfinite(number))
+        throw AutomationError("Overflow: the number of '" + std::string(name) + "' does not fit");
+    return number;
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "booklets/Manifest.h"
 #include "booklets/ManifestEntry.h"
 #include "frame/PublishedClasses.h"
@@ -96,6 +98,18 @@ ClassInfo describeManifestEntries() {
         .done();
 }
 
+namespace {
+
+// A setter that takes what a file can hold.
+auto length(void (BookletProperties::*set)(float)) {
+    return [set](BookletProperties& properties, float value) {
+        if (!std::isfinite(value)) throw AutomationError("Overflow: the number does not fit a length");
+        (properties.*set)(value);
+    };
+}
+
+}  // namespace
+
 ClassInfo describeBookletProperties() {
     using T = BookletProperties;
     constexpr const char* kScrap =
@@ -109,16 +123,18 @@ ClassInfo describeBookletProperties() {
         .property("OutputFileName", &T::OutputFileName, &T::SetOutputFileName, "Full path of the PDF.")
         .property("Manifest", &T::Manifest, &T::SetManifest, "The manifest that owns the properties.")
         .property("PaperSize", &T::PaperSize, &T::SetPaperSize, "Paper size.")
-        .property("MarginBottom", &T::MarginBottom, &T::SetMarginBottom, "Bottom margin.")
-        .property("MarginTop", &T::MarginTop, &T::SetMarginTop, "Top margin.")
-        .property("MarginRight", &T::MarginRight, &T::SetMarginRight, "Right margin.")
-        .property("MarginLeft", &T::MarginLeft, &T::SetMarginLeft, "Left margin.")
-        .property("UnPrintableBottom", &T::UnPrintableBottom, &T::SetUnPrintableBottom,
+        .property("MarginBottom", &T::MarginBottom, length(&T::SetMarginBottom), "Bottom margin.")
+        .property("MarginTop", &T::MarginTop, length(&T::SetMarginTop), "Top margin.")
+        .property("MarginRight", &T::MarginRight, length(&T::SetMarginRight), "Right margin.")
+        .property("MarginLeft", &T::MarginLeft, length(&T::SetMarginLeft), "Left margin.")
+        .property("UnPrintableBottom", &T::UnPrintableBottom, length(&T::SetUnPrintableBottom),
                   "Unprintable strip, bottom.")
-        .property("UnPrintableTop", &T::UnPrintableTop, &T::SetUnPrintableTop, "Unprintable strip, top.")
-        .property("UnPrintableRight", &T::UnPrintableRight, &T::SetUnPrintableRight,
+        .property("UnPrintableTop", &T::UnPrintableTop, length(&T::SetUnPrintableTop),
+                  "Unprintable strip, top.")
+        .property("UnPrintableRight", &T::UnPrintableRight, length(&T::SetUnPrintableRight),
                   "Unprintable strip, right.")
-        .property("UnPrintableLeft", &T::UnPrintableLeft, &T::SetUnPrintableLeft, "Unprintable strip, left.")
+        .property("UnPrintableLeft", &T::UnPrintableLeft, length(&T::SetUnPrintableLeft),
+                  "Unprintable strip, left.")
         .property("FooterHTML", &T::FooterHTML, &T::SetFooterHTML, "HTML for each page footer.")
         .property("HeaderHTML", &T::HeaderHTML, &T::SetHeaderHTML, "HTML for each page header.")
         .property("PageBreaks", &T::PageBreaks, &T::SetPageBreaks, "Page break behaviour.")

@@ -72,7 +72,7 @@ void HeaderIds::loadLine(const std::string& line) {
     }
     const auto blank = text.find(' ');
     if (blank == std::string_view::npos) {
-        throw AutomationError("Invalid argument: '" + std::string(text) + "' is defined without a value");
+        throw AutomationError("Invalid argument: a definition needs a blank between its name and its value");
     }
     const auto name = text.substr(0, blank);
     const int value = valueOf(trimBlanks(text.substr(blank)));

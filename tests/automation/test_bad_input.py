@@ -1,10 +1,11 @@
 """Damaged and hostile files: each is an error that names the file, and nothing changes on disk."""
 
 import os
+import re
 import unittest
 
 import quillbox
-from support import MachineTest
+from support import BOOKLET, MachineTest
 from test_project_file import full_project
 
 DEEP = 100_000
@@ -125,6 +126,23 @@ class WrongContent(MachineTest):
         for number in ("", "x", "1x", "99999999999", "1e400", "nan", "0x10"):
             self.assertRefused(
                 f'<Nodes><n key="" nt="{number}" ct="2" c="" i="-1" cfn="" tid="" url=""/></Nodes>', "nt")
+
+    def test_dates_of_tasks_that_are_none(self):
+        task = '<Task Key="" Priority="" Title="" AssignedTo="" TopicID="" Status="" CreatedOn="%s" CreatedBy="" ' \
+               'ModifiedOn="%s" ModifiedBy=""/>'
+        good = "05-03-2004 17:09:02"
+        for bad in ("", "05-03-2004", "00-03-2004 17:09:02", "31-02-2004 17:09:02", "05-13-2004 17:09:02",
+                    "05-03-0000 17:09:02", "05-03-2004 24:00:00", "05-03-2004 17:60:00", "05-03-2004 17:09:-1"):
+            for dates in ((bad, good), (good, bad)):
+                self.assertRefused("<Tasks>\n" + task % dates + "</Tasks>", "line 3, element 'Task'", f"'{bad}'")
+
+    def test_numbers_of_a_booklet_that_do_not_fit(self):
+        for name, number in (("PaperSize", "99999999999"), ("PageBreaks", "-3000000000"), ("MarginLeft", "1e39"),
+                             ("UnPrintableTop", "9" * 400)):
+            booklet = re.sub(f' {name}="[^"]*"', f' {name}="{number}"', BOOKLET[BOOKLET.index("<B"):])
+            self.assertRefused(
+                '<Manifests><m k="" n="" t="0">\n' + booklet.replace("BookletProperties", "bookletproperties") +
+                "</m></Manifests>", "line 3, element 'bookletproperties'", "fit")
 
     def test_the_line_of_the_element_is_named(self):
         self.assertRefused('<Topic Key="{A}"/>\n\n<Topic Key="{B}"><s k="Nonsense"/></Topic>', "4", "Nonsense")

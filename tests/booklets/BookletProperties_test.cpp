@@ -144,13 +144,29 @@ TEST_F(BookletPropertiesTest, NumbersAreReadUpToTheFirstOtherCharacter) {
     EXPECT_EQ(margin(".5"), 0.5f);
     EXPECT_EQ(margin("nan"), 0);
     EXPECT_EQ(margin("inf"), 0);
+    EXPECT_EQ(margin("1e-400"), 0);
 }
 
 TEST_F(BookletPropertiesTest, ANumberThatDoesNotFitFails) {
-    for (const auto* name : {"PaperSize", "PageBreaks"}) {
-        EXPECT_THAT(failureOf([&] { load(element(name, std::string(" ") + name + "='99999999999'>")); }),
+    for (const auto& [name, value] : {std::pair{"PaperSize", "99999999999"},
+                                      {"PageBreaks", "-99999999999"},
+                                      {"MarginLeft", "1e39"},
+                                      {"UnPrintableTop", "-1e400"}}) {
+        EXPECT_THAT(failureOf([&, left = name, number = value] {
+                        load(element(left, std::string(" ") + left + "='" + number + "'>"));
+                    }),
                     HasSubstr("fit"));
     }
+}
+
+TEST_F(BookletPropertiesTest, ALengthThatIsNoNumberFailsAndLeavesTheOldOne) {
+    properties->SetMarginTop(2.5f);
+    settle();
+    for (const double length : {1e39, std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_THAT(failureOf([&] { putMember(*properties, "MarginTop", length); }), HasSubstr("fit"));
+    }
+    EXPECT_EQ(properties->MarginTop(), 2.5f);
+    EXPECT_FALSE(project->Dirty());
 }
 
 TEST_F(BookletPropertiesTest, WhatWasSavedLoadsAgain) {
@@ -181,6 +197,7 @@ TEST_F(BookletPropertiesTest, TheTemplateIsTheInstalledOneOfThatName) {
 
 TEST_F(BookletPropertiesTest, TheCoverPageIsTheTopicOfThatKey) {
     const auto topic = addTopic("Cover");
+    EXPECT_EQ(properties->CoverPageTopic(), nullptr);
     properties->SetCoverpageTopicID(topic->Key);
     EXPECT_EQ(properties->CoverPageTopic(), topic);
     properties->SetCoverpageTopicID("gone");

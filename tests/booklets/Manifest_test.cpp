@@ -225,6 +225,16 @@ TEST_F(ManifestTest, ALoadEndsCleanThoughEntriesWereAddedOnTheWay) {
     EXPECT_EQ(own.Count("ManifestChanged"), 0);
 }
 
+TEST_F(ManifestTest, ALoadTellsOfItsEntriesOnTheWayAndEndsClean) {
+    const auto document = platform().xml->NewDocument();
+    document->Parse("<x><m k='k' n='' t='0'><me k='1' t='' tid=''><me k='2' t='' tid=''/></me></m></x>");
+    std::vector<bool> marks;
+    project->DirtyStateChanged.connect([&] { marks.push_back(project->Manifests()->Dirty()); });
+    project->Manifests()->Load(document->RootElement());
+    EXPECT_THAT(marks, testing::AllOf(testing::Not(IsEmpty()), testing::Each(true)));
+    EXPECT_FALSE(project->Manifests()->Dirty());
+}
+
 TEST_F(ManifestTest, WithoutAFileManifestsAreEmptyAndTheFirstSaveWritesThem) {
     project->SetProjectType(ProjectTypeSeparateFiles);
     const auto other = make<Manifests>();

@@ -73,6 +73,8 @@ TEST_F(HeaderIdsTest, ValuesAreReadInTheirForms) {
     EXPECT_EQ(valueOf("0x8000"), -32768);
     EXPECT_EQ(valueOf("0x7FFF"), 32767);
     EXPECT_EQ(valueOf("0x10000"), 65536);
+    EXPECT_EQ(valueOf("0x0FFFF"), 65535);
+    EXPECT_EQ(valueOf("0x00008000"), 32768);
     EXPECT_EQ(valueOf("0xFFFFFFFF"), -1);
     EXPECT_EQ(valueOf("0x"), 0);
     EXPECT_EQ(valueOf("0xg"), 0);
@@ -87,14 +89,17 @@ TEST_F(HeaderIdsTest, ValuesAreReadInTheirForms) {
     EXPECT_EQ(valueOf("10ABC"), 10);
     EXPECT_EQ(valueOf("1.6"), 2);
     EXPECT_EQ(valueOf("2147483647"), 2147483647);
+    EXPECT_EQ(valueOf("1e-400"), 0);
     EXPECT_EQ(valueOf("nan"), 0);
     EXPECT_EQ(valueOf("infinity"), 0);
 }
 
 TEST_F(HeaderIdsTest, AValueThatDoesNotFitEndsTheLoadWithItsLine) {
-    for (const auto* value :
-         {"2147483648", "0x100000000", "99999999999999999999", "0xFFFFFFFFFFFFFFFFFFFF"}) {
-        EXPECT_THAT(failureOf([&] { load("#define A 1\n#define B " + std::string(value) + "\n"); }),
+    for (const auto& value :
+         {std::string("2147483648"), std::string("-2147483649"), std::string("0d2147483648"),
+          std::string("0x100000000"), std::string("&H100000000"), std::string("1e10"), std::string("1e400"),
+          std::string(400, '9'), "0x" + std::string(20, 'F')}) {
+        EXPECT_THAT(failureOf([&] { load("#define A 1\n#define B " + value + "\n"); }),
                     HasSubstr("ids.h:2: Overflow"))
             << value;
         EXPECT_THAT(found(), ElementsAre("A=1"));
@@ -118,6 +123,40 @@ TEST_F(HeaderIdsTest, ADefinitionWithoutAValueEndsTheLoadAndKeepsThoseBefore) {
 TEST_F(HeaderIdsTest, AnEmptyFileGivesAnEmptyList) {
     EXPECT_THAT(load(""), IsEmpty());
     EXPECT_THAT(load("\n\n"), IsEmpty());
+}
+
+TEST_F(HeaderIdsTest, LinesEndAsOnAnySystemAndTheLastNeedsNoEnd) {
+    EXPECT_THAT(load("#define A 1\r\n#define B 2\r#define C 3\n\n#define D 4"),
+                ElementsAre("A=1", "B=2", "C=3", "D=4"));
+}
+
+TEST_F(HeaderIdsTest, AHeaderIsReadInItsEncoding) {
+    using namespace std::string_literals;
+    EXPECT_THAT(load("\xEF\xBB\xBF#define A 1 // \u00E4"), ElementsAre("A=1 \u00E4"));
+    EXPECT_THAT(load("#define A 1 // \xE4"), ElementsAre("A=1 \u00E4"));
+    std::string wide = "\xFF\xFE"s;
+    for (const char c : "#define A 1\r\n#define B 2"s) wide += {c, '\0'};
+    EXPECT_THAT(load(wide), ElementsAre("A=1", "B=2"));
+    EXPECT_THAT(failureOf([&] { load("\xFF\xFE#"); }), HasSubstr("/work/manual/ids.h: "));
+    EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(HeaderIdsTest, BytesThatAreNoTextAreLinesWithoutDefinitions) {
+    using namespace std::string_literals;
+    std::string bytes;
+    for (int value = 0; value < 256; ++value) bytes += static_cast<char>(value);
+    EXPECT_THAT(load("MZ\x90\0"s + bytes + bytes), IsEmpty());
+    EXPECT_THAT(load(bytes + "\n#define A 1\n" + bytes), ElementsAre("A=1"));
+    EXPECT_THAT(load("#define A\0B 1\0"s), ElementsAre("A\0B=1"s));
+}
+
+TEST_F(HeaderIdsTest, ALineMayBeAMegabyteLong) {
+    const std::string much(1 << 20, 'x');
+    EXPECT_THAT(
+        load("// " + much + "\n#define A 1 // " + much + "\n#define " + much + " 2\n#define B 3" + much),
+        ElementsAre("A=1 " + much, much + "=2", "B=3"));
+    EXPECT_LT(failureOf([&] { load("#define A 1\n#define " + much); }).size(), 200u);
+    EXPECT_THAT(found(), ElementsAre("A=1"));
 }
 
 TEST_F(HeaderIdsTest, ALoadBeginsWithAnEmptyList) {
