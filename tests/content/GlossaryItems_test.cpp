@@ -75,6 +75,19 @@ TEST_F(GlossaryItemsTest, ATermIsFoundInAnyCaseUntrimmedAndTheFirstWins) {
     EXPECT_EQ(items->ItemByTerm("sdk"), first);
 }
 
+TEST_F(GlossaryItemsTest, AnUnknownKeyGivesNoneAndCannotBeRemoved) {
+    addTerm("API");
+    settle();
+    log.Take();
+    for (const Value& key : {Value("none"), Value(""), Value(0), Value(2), Value(-1), Value(1e10)}) {
+        EXPECT_EQ(items->Item(key), nullptr);
+        EXPECT_NE(failureOf([&] { items->Remove(key); }), "no failure");
+    }
+    EXPECT_EQ(items->Count(), 1);
+    EXPECT_FALSE(items->Dirty());
+    EXPECT_THAT(log.Take(), IsEmpty());
+}
+
 TEST_F(GlossaryItemsTest, ALoadAddsWithoutEventsAndEndsClean) {
     addTerm("first");
     log.Take();

@@ -8,6 +8,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class TasksTest : public ProjectTest {
   protected:
@@ -131,6 +132,16 @@ TEST_F(TasksTest, APauseOfTheCollectionHoldsTheEventsBackAndNotTheMarks) {
     task->SetTitle("x");
     EXPECT_THAT(log.Take(), ElementsAre("DirtyStateChanged"));
     EXPECT_TRUE(project->Tasks->Dirty());
+}
+
+TEST_F(TasksTest, ACleanMarkIsToldTooUnlikeThatOfTheContents) {
+    project->QbNodes()->SetDirty(false);
+    EXPECT_THAT(log.Take(), IsEmpty());
+    project->Tasks->SetDirty(false);
+    EXPECT_THAT(log.Take(), ElementsAre("DirtyStateChanged"));
+    project->Load("<QbProject/>");
+    EXPECT_THAT(log.Take(), Not(testing::Contains("DirtyStateChanged")));
+    EXPECT_EQ(failureOf([&] { make<Tasks>()->SetDirty(false); }), "This object has no project");
 }
 
 TEST_F(TasksTest, DatesAreReadByPositionOnEveryMachine) {

@@ -102,12 +102,44 @@ TEST_P(SatelliteFiles, AFileThatIsReadOnlyFailsTheSaveAndKeepsItsText) {
     EXPECT_TRUE(project->Dirty());
 }
 
+class CollectionFiles : public SatelliteFiles {
+  protected:
+    // The file with more behind its items.
+    void putBehindItems(const std::string& more) const {
+        outside.files->Put(path, std::string(text).insert(text.rfind("</"), more));
+        outside.files->ForgetCalls();
+    }
+
+    int before = count();
+};
+
+TEST_P(CollectionFiles, ADamagedItemFailsAndKeepsThoseBeforeIt) {
+    putBehindItems("<x/><y/>");
+    EXPECT_THAT(load(), AllOf(StartsWith(path + ": line "), HasSubstr("element 'x'")));
+    EXPECT_EQ(count(), before);
+    EXPECT_THAT(outside.files->Calls(), testing::Each(StartsWith("read ")));
+}
+
+TEST_P(CollectionFiles, AKeyThatStandsTwiceFailsAtTheSecondAndKeepsTheFirst) {
+    const auto items = text.find("\n  <");
+    putBehindItems(text.substr(items, text.rfind("</") - items));
+    EXPECT_THAT(load(), AllOf(StartsWith(path + ": line "), HasSubstr("already")));
+    EXPECT_EQ(count(), before);
+    EXPECT_THAT(outside.files->Calls(), testing::Each(StartsWith("read ")));
+}
+
+std::string plainName(const testing::TestParamInfo<const char*>& info) {
+    const std::string name = info.param;
+    return name.substr(0, name.find('.'));
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, SatelliteFiles,
                          testing::Values("Topic", "Glossary.xml", "Tasks.xml", "Manifests.xml",
                                          "TableOfContents.xml"),
-                         [](const auto& info) {
-                             return std::string(info.param).substr(0, std::string(info.param).find('.'));
-                         });
+                         plainName);
+INSTANTIATE_TEST_SUITE_P(Each, CollectionFiles,
+                         testing::Values("Glossary.xml", "Tasks.xml", "Manifests.xml", "TableOfContents.xml"),
+                         plainName);
 
 }  // namespace
 }  // namespace quillbox

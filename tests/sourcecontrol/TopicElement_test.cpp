@@ -164,6 +164,16 @@ TEST_F(TopicElement, ARemovedTopicIsDeletedAtTheNextSaveWithItsFile) {
     EXPECT_THAT(safe->Take(), IsEmpty());
 }
 
+TEST_F(TopicElement, AFileThatWasRemovedDuringAPauseStaysInTheDatabase) {
+    project->OtherFiles->PauseEvents = true;
+    project->OtherFiles->Remove(1);
+    project->OtherFiles->PauseEvents = false;
+    safe->Take();
+    ASSERT_TRUE(project->SaveToDisk());
+    EXPECT_THAT(safe->Take(), IsEmpty());
+    EXPECT_TRUE(safe->Has("$/help/manual/img/a.png"));
+}
+
 TEST_F(TopicElement, ATopicThatHasComeBackStays) {
     project->Topics->Remove(1);
     project->Topics->Add(topic, topic->Key);
