@@ -79,8 +79,8 @@ ClassInfo describeQbDataProvider() {
     Describe<D> d("QbDataProvider", "Data Provider, used by the topic build engine.");
     d.creatable()
         .property("Document", &D::Document, &D::SetDocument, "The document that is being built.")
-        .method("ProvideData", &D::ProvideData, {"Element", {"File", Ref<Object>()}},
-                "The value of one tag. File is the page being written, or none.")
+        .method("ProvideData", &D::ProvideData, {"Element", {"FileSystemObject", Ref<Object>()}},
+                "The value of one tag. FileSystemObject is the page being written, or none.")
         .ofInterface()
         .method("Initialise", &D::Initialise, {"ParserTemplate"}, "Does nothing.")
         .ofInterface()

@@ -26,6 +26,11 @@ void projectMember(Describe<T>& d) {
     d.property("QbProject", &T::QbProject, &T::SetQbProject, kParent);
 }
 
+// The item goes in and out, and comes back as it was.
+template <class T>
+constexpr auto kAdd = [](T& list, Ref<typename T::ItemType>& item, const Value& key, const Value& before,
+                         const Value& after) { list.Add(item, key, before, after); };
+
 }  // namespace
 
 ClassInfo describeQbNode() {
@@ -66,7 +71,7 @@ ClassInfo describeQbNodes() {
         .method("NodesForTopic", &T::NodesForTopic, {"T", optional("col")},
                 "The nodes of this level and all below that point to a topic.");
     projectMember(d);
-    collectionMembers(d, "The node of a key on this level or below; none for an unknown one.", &T::Add);
+    collectionMembers(d, "The node of a key on this level or below; none for an unknown one.", kAdd<T>);
     saveMember(d);
     loadMember(d);
     d.method("NewNode", &T::NewNode, {"Parent"},
@@ -98,7 +103,7 @@ ClassInfo describeGlossaryItems() {
     d.creatable();
     dirtyMember(d);
     projectMember(d);
-    collectionMembers(d, "The item at a position or key; none for an unknown one.", &T::Add)
+    collectionMembers(d, "The item at a position or key; none for an unknown one.", kAdd<T>)
         .method("ItemByTerm", &T::ItemByTerm, {"Term"},
                 "The first item with that term in any case; none where there is no such item.");
     checkedMembers<Value>(d, {"LocalSpec", "SSSpec", "CheckOut", "IsDifferent", "UndoCheckout", "CheckIn",
@@ -138,7 +143,7 @@ ClassInfo describeTasks() {
     d.creatable();
     dirtyMember(d);
     projectMember(d);
-    collectionMembers(d, "The task at a position or key; none for an unknown one.", &T::Add);
+    collectionMembers(d, "The task at a position or key; none for an unknown one.", kAdd<T>);
     loadMember(d);
     saveMember(d);
     return checkedMembers<Value>(
@@ -180,7 +185,7 @@ ClassInfo describeOtherFiles() {
                         "While True there are no events and no record of deletions.");
     projectMember(d);
     return collectionMembers(d, "The file at a position, or of a key or file name; none for an unknown one.",
-                             &T::Add)
+                             kAdd<T>)
         .method("Exists", &T::Exists, {"Filename"},
                 "True if a file of that name in any case is in the collection.")
         .done();

@@ -7,6 +7,7 @@ import quillbox
 # Name: a property; Name/r: one that can only be read; Name(...): a method, or a property with parameters.
 # &x: by reference; [x]: may be left out.
 COLLECTION = "Item/r(Key) Remove(Key) Add(Item,[Key],[Before],[After]) Count/r NewEnum/r"
+COLLECTION_OF_CONTENT = COLLECTION.replace("Add(Item", "Add(&Item")
 STORED = "Load(&e) Save(&e)"
 
 CLASSES = {
@@ -30,7 +31,7 @@ CLASSES = {
     "RelatedTopics": f"Topic {COLLECTION}",
     "QbNode": """Key ChildNodes CMPFileName StandardURL TopicID SubContentsFileName Icon CaptionText CaptionType
         QbNodeType QbNodes ParentNode Save(&e) Load(&e) Topic/r CreateNodeDef(Parent,TOCDefinition)""",
-    "QbNodes": f"""Dirty AllNodes([&col]) NodesForTopic(T,[&col]) QbProject {COLLECTION} Save(&e) Load(&e)
+    "QbNodes": f"""Dirty AllNodes([&col]) NodesForTopic(T,[&col]) QbProject {COLLECTION_OF_CONTENT} Save(&e) Load(&e)
         NewNode(Parent) LocalSpec/r SSSpec/r CheckOut([Comment]) CheckIn([Comment],[KeepCheckedOut]) GetLatestVersion()
         IsCheckedOut/r CheckOutStatus/r ReadOnly/r IsDifferent/r UndoCheckout() PauseEvents""",
     "TopicCategory": f"Key Name QbProject {STORED}",
@@ -38,7 +39,7 @@ CLASSES = {
     "OtherFile": f"""Filename QbProject {STORED} IsImage/r RelativeFileName/r IsStyleSheet/r LocalSpec/r SSSpec/r
         CheckOutStatus/r CheckOut([Comment]) CheckedOutToUser/r ReadOnly/r CheckedOut/r GetLatestSSVersion()
         CheckIn([Comment],[KeepCheckedOut]) IsDifferent/r UndoCheckout() IsCheckedOut/r AddToSourceSafe() NewFlag""",
-    "OtherFiles": f"PauseEvents QbProject {COLLECTION} Exists(Filename)",
+    "OtherFiles": f"PauseEvents QbProject {COLLECTION_OF_CONTENT} Exists(Filename)",
     "TopicStatus": f"Name Caption Icon {STORED}",
     "TopicStatuses": f"{COLLECTION} {STORED}",
     "LinkInfo": None,
@@ -49,7 +50,7 @@ CLASSES = {
     "TopicSectionDefs": f"{COLLECTION} Populate()",
     "DummyWizardHost": "Document",
     "GlossaryItem": f"Key Definition Term QbProject {STORED}",
-    "GlossaryItems": f"""Dirty QbProject {COLLECTION} ItemByTerm(Term) LocalSpec/r SSSpec/r CheckOut([Comment])
+    "GlossaryItems": f"""Dirty QbProject {COLLECTION_OF_CONTENT} ItemByTerm(Term) LocalSpec/r SSSpec/r CheckOut([Comment])
         IsDifferent/r UndoCheckout() CheckIn([Comment],[KeepCheckedOut]) GetLatestVersion() IsCheckedOut/r
         CheckOutStatus/r Save(&e) Load(&e) ReadOnly/r PauseEvents""",
     "BuildResult": "Cancelled CompilerLog",
@@ -70,7 +71,7 @@ CLASSES = {
     "Enums": "",
     "Task": f"""PauseEvents QbProject ModifiedBy ModifiedOn CreatedBy CreatedOn Status TopicID AssignedTo Notes Title
         Priority Key {STORED} FireChanged()""",
-    "Tasks": f"""Dirty QbProject {COLLECTION} {STORED} ReadOnly/r LocalSpec/r SSSpec/r CheckOut([Comment])
+    "Tasks": f"""Dirty QbProject {COLLECTION_OF_CONTENT} {STORED} ReadOnly/r LocalSpec/r SSSpec/r CheckOut([Comment])
         IsDifferent/r UndoCheckout() CheckIn([Comment],[KeepCheckedOut]) GetLatestVersion() IsCheckedOut/r
         CheckOutStatus/r PauseEvents""",
     "BookletLinkInfo": "LinkCaption LinkURL LinkTopic",
