@@ -11,6 +11,12 @@ namespace quillbox::python {
 
 namespace {
 
+// For a text with what a script gave, which may be no text that can be written as UTF-8.
+[[noreturn]] void raiseTypeError(const std::string& text) {
+    PyErr_SetObject(PyExc_TypeError, fromUtf8(text).ptr());
+    throw py::error_already_set();
+}
+
 // The arguments of one call, and where to give those by reference back to.
 class Call {
   public:
@@ -52,7 +58,7 @@ class Call {
         const auto& params = mMember.params;
         const auto found =
             std::find_if(params.begin(), params.end(), [&](const auto& p) { return p.name == name; });
-        if (found == params.end()) throw py::type_error(mMember.name + "() has no argument '" + name + "'");
+        if (found == params.end()) raiseTypeError(mMember.name + "() has no argument '" + name + "'");
         const auto place = static_cast<std::size_t>(found - params.begin());
         if (place < taken)
             throw py::type_error(mMember.name + "() got two values for its argument '" + name + "'");
@@ -110,8 +116,16 @@ void putLate(py::handle object, const std::string& name, const py::object& value
 py::object callLate(py::handle object, const std::string& name, const py::tuple& arguments) {
     return guarded([&] {
         Arguments values;
-        for (const auto argument : arguments) values.push_back(toValue(argument));
-        return toPython(lateBound(object).Call(name, values));
+        const auto isByRef = [](py::handle argument) {
+            return py::isinstance(argument, packageTypes().byRef);
+        };
+        for (const auto argument : arguments)
+            values.push_back(isByRef(argument) ? toValue(argument.attr("value")) : toValue(argument));
+        const auto result = lateBound(object).Call(name, values);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (isByRef(arguments[i])) arguments[i].attr("value") = toPython(values[i]);
+        }
+        return toPython(result);
     });
 }
 

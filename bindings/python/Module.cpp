@@ -124,8 +124,9 @@ PYBIND11_MODULE(_quillbox, module) {
                    packageTypes() = {error.release(), byRef.release(), boolean.release(), result.release(),
                                      foreign.release()};
                });
-    module.def("create",
-               [](const std::string& name) { return guarded([&] { return toPython(createObject(name)); }); });
+    module.def("create", [](const py::object& name) {
+        return guarded([&] { return toPython(createObject(toText(toValue(name)))); });
+    });
     module.def("alive", &Object::Alive);
     module.def("late_has_method", hasLateMethod);
     module.def("late_get", getLate);

@@ -58,56 +58,39 @@ void replace(std::shared_ptr<Port> Platform::*port, const py::object& handler) {
     }
 }
 
-Hive hiveOf(const py::int_& number) {
-    const auto hive = static_cast<Hive>(static_cast<std::uint32_t>(number.cast<std::int64_t>()));
-    if (hive != Hive::CurrentUser && hive != Hive::LocalMachine)
+Hive hiveOf(const py::object& number) {
+    if (!PyLong_Check(number.ptr())) throw py::type_error("a hive is a number");
+    int overflow = 0;
+    const auto hive =
+        static_cast<Hive>(static_cast<std::uint32_t>(PyLong_AsLongLongAndOverflow(number.ptr(), &overflow)));
+    if (overflow != 0 || (hive != Hive::CurrentUser && hive != Hive::LocalMachine))
         throw AutomationError("There is no such hive");
     return hive;
 }
 
-py::object readRegistryValue(const py::int_& hive, const py::str& key, const py::str& name) {
-    return guarded(
-        [&] { return fromUtf8(platform().settings->Read(hiveOf(hive), toUtf8(key), toUtf8(name))); });
-}
-
-void writeRegistryValue(const py::int_& hive, const py::str& key, const py::str& name,
-                        const py::object& value) {
-    guarded(
-        [&] { platform().settings->Write(hiveOf(hive), toUtf8(key), toUtf8(name), toText(toValue(value))); });
-}
-
-void deleteRegistryValue(const py::int_& hive, const py::str& key, const py::str& name) {
-    guarded([&] { platform().settings->Delete(hiveOf(hive), toUtf8(key), toUtf8(name)); });
-}
+std::string textOf(const py::object& value) { return toText(toValue(value)); }
 
 }  // namespace
 
+// The package puts functions of Python before these, which look at the arguments' names.
 void addPorts(py::module_& module) {
-    using py::arg;
-    module.def(
-        "SetMessageBox",
-        [](const py::object& handler) {
-            guarded([&] { replace<ScriptMessageBoxes>(&Platform::messages, handler); });
-        },
-        arg("handler").none(true),
-        "Calls handler(Text, Title, Buttons, Icon) for every message box; it returns the button pressed. "
-        "None puts "
-        "the default back.");
-    module.def(
-        "SetWebRequest",
-        [](const py::object& handler) {
-            guarded([&] { replace<ScriptWebRequest>(&Platform::web, handler); });
-        },
-        arg("handler").none(true),
-        "Calls handler(url) for every fetch; it returns the error text, empty for success. None puts the "
-        "real one "
-        "back.");
-    module.def("ReadRegistryValue", readRegistryValue, arg("Hive"), arg("Key"), arg("ValueName"),
-               "A value of the settings store as text; empty for an absent one.");
-    module.def("WriteRegistryValue", writeRegistryValue, arg("Hive"), arg("Key"), arg("ValueName"),
-               arg("Value"), "Writes a value of the settings store.");
-    module.def("DeleteRegistryValue", deleteRegistryValue, arg("Hive"), arg("Key"), arg("ValueName"),
-               "Deletes a value of the settings store; one that is not there is fine.");
+    module.def("set_message_box", [](const py::object& handler) {
+        guarded([&] { replace<ScriptMessageBoxes>(&Platform::messages, handler); });
+    });
+    module.def("set_web_request", [](const py::object& handler) {
+        guarded([&] { replace<ScriptWebRequest>(&Platform::web, handler); });
+    });
+    using Argument = const py::object&;
+    module.def("read_registry_value", [](Argument hive, Argument key, Argument name) {
+        return guarded(
+            [&] { return fromUtf8(platform().settings->Read(hiveOf(hive), textOf(key), textOf(name))); });
+    });
+    module.def("write_registry_value", [](Argument hive, Argument key, Argument name, Argument value) {
+        guarded([&] { platform().settings->Write(hiveOf(hive), textOf(key), textOf(name), textOf(value)); });
+    });
+    module.def("delete_registry_value", [](Argument hive, Argument key, Argument name) {
+        guarded([&] { platform().settings->Delete(hiveOf(hive), textOf(key), textOf(name)); });
+    });
 }
 
 }  // namespace quillbox::python

@@ -4,11 +4,16 @@ Everything here is made from the library's own description: `help(quillbox.Topic
 `quillbox.typelib()` gives the whole description as data.
 """
 
-from . import _root, platform
+from . import _quillbox, _root, platform
 from ._classes import names_of as _names_of
-from ._quillbox import create as CreateObject
 from ._typelib import typelib
 from ._values import ByRef, Error
+
+
+def CreateObject(name):
+    """Makes an object of a class by its name, such as "Quillbox.Topic"; of another library too, where it is registered."""
+    return _quillbox.create(name)
+
 
 for _shown in (ByRef, Error, typelib):
     _shown.__module__ = __name__
