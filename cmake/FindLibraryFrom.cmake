@@ -1,0 +1,10 @@
+# Lets a program or module that is installed into a folder below the prefix find the library wherever the prefix is.
+function(quillbox_find_library_from target folder)
+    if(IS_ABSOLUTE ${folder})
+        set(path ${CMAKE_INSTALL_FULL_LIBDIR})
+    else()
+        file(RELATIVE_PATH path /prefix/${folder} /prefix/${CMAKE_INSTALL_LIBDIR})
+        set(path $ORIGIN/${path})
+    endif()
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH ${path})
+endfunction()

@@ -1,0 +1,28 @@
+// The published classes, for programs in C++. An object is made with `make<T>()` and held as `Ref<T>`; a failure is
+// an `AutomationError`.
+#pragma once
+
+#include "base/AutomationError.h"
+#include "booklets/BookletProperties.h"
+#include "booklets/Manifest.h"
+#include "booklets/ManifestEntry.h"
+#include "build/BuildResult.h"
+#include "content/GlossaryItems.h"
+#include "content/OtherFiles.h"
+#include "content/QbNode.h"
+#include "content/QbNodes.h"
+#include "content/Tasks.h"
+#include "frame/Root.h"
+#include "headerids/HeaderIds.h"
+#include "links/LinkInfo.h"
+#include "platform/FileSystemObject.h"
+#include "platform/XML.h"
+#include "platform/engine/Document.h"
+#include "project/QbProject.h"
+#include "topics/RelatedTopics.h"
+#include "topics/Topic.h"
+#include "topics/TopicCategories.h"
+#include "topics/TopicSection.h"
+#include "topics/TopicSectionDefs.h"
+#include "topics/TopicStatuses.h"
+#include "topics/Topics.h"
