@@ -74,7 +74,8 @@ std::string dataDirectory() {
         for (int up = 0; !error && up < 3 && folder.has_relative_path();
              ++up, folder = folder.parent_path()) {
             const auto data = folder / "share" / "quillbox";
-            if (fs::is_directory(data / "Configuration", error)) return data;
+            std::error_code ignored;
+            if (fs::is_directory(data / "Configuration", ignored)) return data;
         }
     }
     return QUILLBOX_DATA_DIR;
