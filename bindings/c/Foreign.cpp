@@ -34,12 +34,8 @@ class ForeignObject : public LateBound {
     QbObject* Original() const { return mObject; }
 
     bool HasMethod(const std::string& name) override {
-        const auto* described = mObject->table->describe(mObject);
-        if (!described) return false;
-        const auto* end = described->members + described->memberCount;
-        return std::any_of(described->members, end, [&](const QbMember& member) {
-            return member.kind == QB_METHOD && sameText(member.name, name);
-        });
+        const auto* member = find(name);
+        return member && member->kind == QB_METHOD;
     }
     Value Get(const std::string& name, Arguments& arguments) override {
         return reading(name, QB_READ, arguments);
@@ -48,12 +44,29 @@ class ForeignObject : public LateBound {
         return reading(name, QB_CALL, arguments);
     }
     void Put(const std::string& name, Arguments& arguments, const Value& value) override {
-        const bool isObject = value.If<Ref<Object>>() != nullptr;
+        // None is written as an object where the member holds one.
+        const bool isObject = value.If<Ref<Object>>() || (value.If<Value::Empty>() && holdsObject(name));
         CArguments written({value});
         invoke(name, isObject ? QB_WRITE_OBJECT : QB_WRITE, arguments, written.Data());
     }
 
   private:
+    const QbMember* find(const std::string& name) const {
+        const auto* described = mObject->table->describe(mObject);
+        if (!described) return nullptr;
+        const auto* end = described->members + described->memberCount;
+        const auto* found = std::find_if(described->members, end,
+                                         [&](const QbMember& member) { return sameText(member.name, name); });
+        return found == end ? nullptr : found;
+    }
+    bool holdsObject(const std::string& name) const {
+        static constexpr std::string_view plain[] = {"Boolean", "Long", "Single", "Double",
+                                                     "String",  "Date", "Variant"};
+        const auto* member = find(name);
+        return member && member->type &&
+               std::find(std::begin(plain), std::end(plain), member->type) == std::end(plain);
+    }
+
     Value reading(const std::string& name, std::int32_t access, Arguments& arguments) {
         QbValue result{QB_EMPTY, {}};
         invoke(name, access, arguments, &result);

@@ -76,8 +76,11 @@ TEST_F(Registry, passes_objects_both_ways_as_themselves) {
     EXPECT_EQ(toObject(getMember(*counter, "Friend")), topic);
     putMember(*counter, "Friend", other);
     EXPECT_EQ(toObject(getMember(*counter, "Friend")), other);
-    putMember(*counter, "Friend", Value(Ref<Object>()));
-    EXPECT_EQ(toObject(getMember(*counter, "Friend")), nullptr);
+    for (const auto& none : {Value(Ref<Object>()), Value::None()}) {
+        putMember(*counter, "Friend", topic);
+        putMember(*counter, "Friend", none);
+        EXPECT_EQ(toObject(getMember(*counter, "Friend")), nullptr);
+    }
     EXPECT_EQ(topic.use_count(), 1);
 }
 
