@@ -1,5 +1,5 @@
-// The published classes, for programs in C++. An object is made with `make<T>()` and held as `Ref<T>`; a failure is
-// an `AutomationError`.
+// The published classes, for programs in C++. An object is made with `make<T>()` and held as `Ref<T>`; a
+// failure is an `AutomationError`.
 #pragma once
 
 #include "base/AutomationError.h"

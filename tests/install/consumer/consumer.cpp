@@ -10,7 +10,8 @@ int main(int, char** arguments) {
         const auto topic = project->NewTopic();
         topic->SetName("Start");
         topic->SetTopicSectionData("BodyText", "<p>Hello</p>");
-        project->TopicChanged.connect([](const Ref<Topic>& changed) { std::cout << changed->Title() << '\n'; });
+        project->TopicChanged.connect(
+            [](const Ref<Topic>& changed) { std::cout << changed->Title() << '\n'; });
         topic->SetTitle("Getting started");
         project->Topics->Add(topic, topic->Key);
         const auto booklet = project->NewManifest("Guide");
