@@ -79,6 +79,14 @@ class Reading(HeaderTest):
         with self.assertFails():
             self.read_header("").Load(self.folder)
 
+    def test_what_never_ends_is_not_read(self):
+        os.mkfifo(self.path("pipe.h"))
+        project = self.project()
+        for path in (self.path("pipe.h"), "/dev/zero"):
+            project.HelpContextIDHeaderFile = path
+            with self.subTest(path), self.assertFails(path):
+                project.HeaderIds
+
     def test_each_read_is_a_fresh_list(self):
         project = self.project()
         project.HelpContextIDHeaderFile = self.write("ids.h", "#define A 1\n")
