@@ -40,7 +40,8 @@ class Sibling(MachineTest):
             self.counter.Fail()
         self.assertEqual((caught.exception.number, str(caught.exception)), (77, "The sibling fails"))
         for use in (lambda: self.counter.Nothing, lambda: setattr(self.counter, "Nothing", 1),
-                    lambda: setattr(self.counter, "Count", "many"), lambda: self.counter.Add(), lambda: self.counter.Add("x")):
+                    lambda: setattr(self.counter, "Count", "many"), lambda: self.counter.Add(),
+                    lambda: self.counter.Add("x")):
             with self.assertRaises(Error):
                 use()
         self.assertEqual(self.counter.Count, 0)

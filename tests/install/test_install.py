@@ -60,7 +60,8 @@ class Installation(unittest.TestCase):
     def test_other_projects_find_link_and_run_the_library(self):
         build = self.folder / "consumer"
         self.run_program("cmake", "-S", HERE / "consumer", "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}",
-                         "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Werror", "-DCMAKE_C_FLAGS=-std=c99 -Wall -Wextra -Werror")
+                         "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Werror",
+                         "-DCMAKE_C_FLAGS=-std=c99 -Wall -Wextra -Werror")
         self.run_program("cmake", "--build", build)
         lines = self.run_program(build / "consumer", self.folder / "consumed.qbp").splitlines()
         self.assertEqual(lines[0:2] + lines[-1:], ["Getting started", lines[1], "65535"])
