@@ -112,8 +112,11 @@ void BuildRun::copySupport() {
 }
 
 void BuildRun::writePages() {
-    mTotal = static_cast<int>(mPlan.pages.size());
-    for (const auto& page : mPlan.pages) mState->pages.emplace(foldKey(page.name), page.item);
+    for (const auto& page : mPlan.pages) {
+        auto& known = mState->pages[foldKey(page.name)];
+        if (known.offers++ == 0) known.item = page.item;
+    }
+    mTotal = static_cast<int>(mState->pages.size());
     for (const auto& page : mPlan.pages) {
         if (mDocument.mCancelled) return;
         offerPage(page);
@@ -127,8 +130,10 @@ void BuildRun::offerPage(const PlannedPage& page) {
     if (page.layout->IsBound()) {
         mDocument.BeforeOutputNamespacePage.emit(page.layout, page.def, page.item, dontGenerate);
     }
+    auto& offers = mState->pages.at(foldKey(page.name)).offers;
+    --offers;
     if (dontGenerate) {
-        --mTotal;
+        if (offers == 0 && !mState->output.IsClaimed(page.name)) --mTotal;
     } else if (!mDocument.mCancelled) {
         writePage(page);
     }

@@ -32,8 +32,13 @@ struct BuildState {
 
     OutputFolder output;
     Ref<FolderTemplate> pageTemplate;
-    // All pages that the build may write, by folded name, each with its item.
-    std::unordered_map<std::string, Ref<Object>> pages;
+    // A page that the build may write: what it is of, and how many layouts may still write it.
+    struct Page {
+        Ref<Object> item;
+        int offers = 0;
+    };
+    // By folded name.
+    std::unordered_map<std::string, Page> pages;
     // The page being written: its name under the output path, and the template's page that it is made from.
     std::string pageName;
     Ref<PageLayout> layout;

@@ -73,7 +73,7 @@ std::string targetTitle(const TagRequest& request) {
     if (!build || !target) return {};
     const auto page = build->pages.find(foldKey(withoutFragment(*target)));
     if (page == build->pages.end()) return {};
-    return htmlText(request.document.ReadProperty(page->second, "Title").value_or(""));
+    return htmlText(request.document.ReadProperty(page->second.item, "Title").value_or(""));
 }
 
 bool isNames(const std::string& contentType) {

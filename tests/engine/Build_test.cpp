@@ -157,6 +157,27 @@ TEST_F(BuildTest, TellsHowManyPagesAreWritten) {
                                   "Generating content: writing three.html 2/2"));
 }
 
+TEST_F(BuildTest, CountsAPageOnceWhateverLayoutsMayWriteIt) {
+    PutTemplate(
+        "<Page File='page.html' ItemType='test.guide:page'/><Page File='wide.html' "
+        "ItemType='test.guide:page'/>");
+    Put("page.html", "narrow");
+    Put("wide.html", "wide");
+    for (const auto* name : {"one", "two", "none"}) mGuide->AddPage(name, name);
+    mDocument->BeforeOutputNamespacePage.connect(
+        [](const Ref<TemplatePage>& page, const auto&, const Ref<Object>& item, bool& dont) {
+            const auto name = readGuideProperty(*item, "name");
+            dont = name == "none" || page->Name != (name == "two" ? "wide.html" : "page.html");
+        });
+    std::vector<std::string> told;
+    mDocument->Progress.connect([&](const std::string&, int done, int total) {
+        told.push_back(std::to_string(done) + "/" + std::to_string(total));
+    });
+    Build();
+    EXPECT_THAT(told, ElementsAre("1/3", "2/3"));
+    EXPECT_THAT(mCreated, ElementsAre("one.html", "two.html"));
+}
+
 TEST_F(BuildTest, CancelStopsAtTheNextPageAndTheNextBuildForgetsIt) {
     PutTemplate(
         "<Page File='page.html' ItemType='test.guide:page'/><Page File='in.hhp' CompileType='1' "
