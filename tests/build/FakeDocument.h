@@ -9,6 +9,7 @@
 #include "base/AutomationError.h"
 #include "base/Text.h"
 #include "platform/engine/Document.h"
+#include "support/HeldItem.h"
 
 namespace quillbox {
 
@@ -49,7 +50,7 @@ struct CommonAnswers {
     int told = 0;
 };
 
-class FakeCommonProvider : public Object, public IDataProvider {
+class FakeCommonProvider : public HeldItem {
   public:
     explicit FakeCommonProvider(std::shared_ptr<CommonAnswers> answers) : mAnswers(std::move(answers)) {}
     std::string_view ClassName() const override { return "FakeCommonProvider"; }
@@ -62,34 +63,17 @@ class FakeCommonProvider : public Object, public IDataProvider {
         const auto found = mAnswers->properties.find(name);
         return found == mAnswers->properties.end() ? "!UNCRECOGNISED TAG '" + name + "'!" : found->second;
     }
+    using HeldItem::SetCurrentItem;
     void SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
                         const std::string& type, const Ref<Object>& parent) override {
-        mDef = def;
-        mItem = item;
-        mType = type;
-        mParent = parent;
+        HeldItem::SetCurrentItem(def, item, type, parent);
         ++mAnswers->told;
     }
-    void Initialise(const Ref<Object>&) override {}
-    void Terminate() override {}
-    Ref<Object> CurrentRootItem() const override { return mRoot; }
-    void SetCurrentRootItem(const Ref<Object>& item) override { mRoot = item; }
-    Ref<Object> CurrentParentItem() const override { return mParent; }
-    void SetCurrentParentItem(const Ref<Object>& item) override { mParent = item; }
-    std::string CurrentItemType() const override { return mType; }
-    void SetCurrentItemType(const std::string& type) override { mType = type; }
-    Ref<Object> CurrentItem() const override { return mItem; }
-    void SetCurrentItem(const Ref<Object>& item) override { mItem = item; }
-    Ref<quillbox::NamespaceDef> NamespaceDef() const override { return mDef; }
-    void SetNamespaceDef(const Ref<quillbox::NamespaceDef>& def) override { mDef = def; }
     std::string ParseForProperties(const std::string& text) override { return text; }
     Ref<Object> Clone() override { return make<FakeCommonProvider>(mAnswers); }
 
   private:
     std::shared_ptr<CommonAnswers> mAnswers;
-    Ref<quillbox::NamespaceDef> mDef;
-    Ref<Object> mItem, mParent, mRoot;
-    std::string mType;
 };
 
 // Knows the words "true" and "false".

@@ -36,14 +36,6 @@ Ref<GuideItem> Guide::AddPage(const std::string& name, const std::string& title,
     return page;
 }
 
-void GuideData::SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
-                               const std::string& type, const Ref<Object>& parent) {
-    mDef = def;
-    mItem = item;
-    mType = type;
-    mParent = parent;
-}
-
 IDataProvider& GuideData::common() {
     if (!mCommon) mCommon = document.Get()->NewCommonProvider();
     auto& provider = dynamic_cast<IDataProvider&>(*mCommon);

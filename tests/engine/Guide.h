@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/engine/Document.h"
+#include "support/HeldItem.h"
 
 namespace quillbox {
 
@@ -51,25 +52,11 @@ class Guide : public GuideItem {
 // The answers of a guide's tags: the item's properties, "variable", "scrap", "itemtitle", "linktarget",
 // "words" (a list of the item's children, through the scrap "_word"), "tableofcontents", "fail", and the
 // general ones.
-class GuideData : public Object, public IDataProvider {
+class GuideData : public HeldItem {
   public:
     std::string_view ClassName() const override { return "GuideData"; }
 
     std::string ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) override;
-    void Initialise(const Ref<Object>&) override {}
-    void Terminate() override {}
-    Ref<Object> CurrentRootItem() const override { return mRoot; }
-    void SetCurrentRootItem(const Ref<Object>& item) override { mRoot = item; }
-    Ref<Object> CurrentParentItem() const override { return mParent; }
-    void SetCurrentParentItem(const Ref<Object>& item) override { mParent = item; }
-    std::string CurrentItemType() const override { return mType; }
-    void SetCurrentItemType(const std::string& type) override { mType = type; }
-    Ref<Object> CurrentItem() const override { return mItem; }
-    void SetCurrentItem(const Ref<Object>& item) override { mItem = item; }
-    Ref<quillbox::NamespaceDef> NamespaceDef() const override { return mDef; }
-    void SetNamespaceDef(const Ref<quillbox::NamespaceDef>& def) override { mDef = def; }
-    void SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
-                        const std::string& type, const Ref<Object>& parent) override;
     std::string ParseForProperties(const std::string& text) override;
     std::string GetProperty(const std::string& name) override;
     Ref<Object> Clone() override;
@@ -85,9 +72,6 @@ class GuideData : public Object, public IDataProvider {
     void writeContents(const Ref<Element>& element, const Ref<FileSystemObject>& file);
     IDataProvider& common();
 
-    Ref<Object> mRoot, mParent, mItem;
-    std::string mType;
-    Ref<quillbox::NamespaceDef> mDef;
     Ref<Object> mCommon;
 };
 
