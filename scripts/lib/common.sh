@@ -40,6 +40,16 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
+# The modules of the tests that run in a browser, as their lock file has them.
+install_node_modules() {
+    command -v npm >/dev/null || {
+        as_root apt-get update -qq
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends nodejs npm
+    }
+    [ tests/webhelp/node_modules/.package-lock.json -nt tests/webhelp/package-lock.json ] ||
+        npm ci --prefix tests/webhelp --no-audit --no-fund --silent
+}
+
 # build PRESET [CMAKE OPTION...]
 build() {
     local preset=$1

@@ -1,16 +1,13 @@
 // The index of a help file: keywords and titles, sorted, each with the page that it leads to.
 
-#include <unordered_set>
-
-#include "base/SortedList.h"
 #include "base/Text.h"
 #include "build/CompilerInputs.h"
+#include "build/IndexItems.h"
 #include "build/ItemFamily.h"
 #include "build/QbDataProvider.h"
 #include "project/QbProject.h"
 #include "topics/Keyword.h"
 #include "topics/Topic.h"
-#include "topics/Topics.h"
 
 namespace quillbox {
 
@@ -23,21 +20,6 @@ Ref<Keyword> newKeyword(const std::string& name, const std::string& page) {
     keyword->Name = name;
     keyword->QualifiedName = page;
     return keyword;
-}
-
-// A topic gives one entry for all spellings of a word.
-std::vector<Ref<Keyword>> sortedKeywords(const QbProject& project) {
-    SortedList<Ref<Keyword>> sorted;
-    for (const auto& topic : project.Topics->Items()) {
-        if (!topic->IncludeInHelpFile()) continue;
-        std::unordered_set<std::string> seen;
-        const auto add = [&](const std::string& entry) {
-            if (seen.insert(foldKey(entry)).second) sorted.Add(newKeyword(entry, topic->Name()), entry);
-        };
-        for (const auto& entry : topic->Keywords->Texts()) add(entry);
-        if (topic->AutoGenerateIndexEntry()) add(topic->Title());
-    }
-    return sorted.Items();
 }
 
 std::string sitemapLevel(const std::string& level, const std::string& inner) {
@@ -60,11 +42,9 @@ std::string indexEntries(const ContentStream& stream, const std::string& scrapNa
     const auto def = pageTemplate->NamespaceDefs()->ByRootName("QbProject")->Item(1);
     const auto data = stream.data.Copy();
     std::string lines;
-    for (const auto& keyword : sortedKeywords(stream.project)) {
-        auto levels = help2 ? std::vector{keyword->Name} : split(keyword->Name, "|");
-        if (levels.empty()) levels.emplace_back();
-        for (auto& level : levels) level = trimBlanks(level);
-        data->SetCurrentItem(def, newKeyword(levels.back(), keyword->QualifiedName), "Keyword", nullptr);
+    for (const auto& [entry, topic] : sortedIndexEntries(stream.project)) {
+        const auto levels = help2 ? std::vector{std::string(trimBlanks(entry))} : indexLevels(entry);
+        data->SetCurrentItem(def, newKeyword(levels.back(), topic->Name()), "Keyword", nullptr);
         auto text = data->ExpandScrap(scrap);
         for (auto level = levels.rbegin() + 1; level != levels.rend(); ++level) text = wrap(*level, text);
         lines += text + "\r\n";

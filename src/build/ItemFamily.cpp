@@ -20,6 +20,9 @@ constexpr const char* kKinds[][2] = {
     {"link", "linkcategory"},
     {"glossaryletter", ""},
     {"glossaryitem", "glossaryletter"},
+    {"indexletter", ""},
+    {"indexterm", "indexletter"},
+    {"indexpage", "indexterm"},
 };
 
 Ref<NamespaceDefs> itemDefinitions() {

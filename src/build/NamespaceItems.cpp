@@ -7,6 +7,7 @@
 #include "base/Text.h"
 #include "booklets/Manifest.h"
 #include "booklets/ManifestEntry.h"
+#include "build/IndexItems.h"
 #include "content/GlossaryItems.h"
 #include "project/QbProject.h"
 #include "topics/RelatedTopics.h"
@@ -89,6 +90,23 @@ Items links(const ItemQuery& query) {
 // Empty for an item without a term.
 std::string letterOf(const GlossaryItem& item) { return upper(firstCharacter(trimBlanks(item.Term()))); }
 
+Items indexLetters(const ItemQuery& query) { return asItems(indexOf(needProject(query))); }
+
+// The terms of a letter, of a term that has some below it, or of a topic.
+Items indexTerms(const ItemQuery& query) {
+    if (const auto letter = std::dynamic_pointer_cast<IndexLetter>(query.parent))
+        return asItems(letter->terms);
+    if (const auto term = std::dynamic_pointer_cast<IndexTerm>(query.parent)) return asItems(term->terms);
+    if (const auto topic = std::dynamic_pointer_cast<Topic>(query.parent))
+        return asItems(indexTermsOf(*topic));
+    return {};
+}
+
+Items indexPages(const ItemQuery& query) {
+    const auto term = std::dynamic_pointer_cast<IndexTerm>(query.parent);
+    return term ? asItems(term->topics) : Items();
+}
+
 // The letters in use with how often each is; their names and counts are texts.
 class Letters {
   public:
@@ -148,6 +166,9 @@ std::vector<Ref<Object>> namespaceItems(const std::string& itemType, const ItemQ
         {"cm.quillbox:link", links},
         {"cm.quillbox:glossaryletter", glossaryLetters},
         {"cm.quillbox:glossaryitem", glossaryItems},
+        {"cm.quillbox:indexletter", indexLetters},
+        {"cm.quillbox:indexterm", indexTerms},
+        {"cm.quillbox:indexpage", indexPages},
     };
     const auto found = table.find(lower(itemType));
     return found == table.end() ? Items() : found->second(query);

@@ -1,6 +1,7 @@
 #include "engine/BuildPlan.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include "base/AutomationError.h"
 #include "base/Text.h"
@@ -22,6 +23,7 @@ class Planner {
         for (const auto& layout : mTemplate.Layouts()) {
             if (layout->IsBound()) planBound(layout);
         }
+        noteTakenNames();
         for (const auto& layout : mTemplate.Layouts()) {
             if (!layout->IsBound() && layout->compileType == 0) planOnce(layout, mPlan.pages);
         }
@@ -34,6 +36,11 @@ class Planner {
     }
 
   private:
+    void noteTakenNames() {
+        for (const auto& page : mPlan.pages) mTaken.insert(foldKey(page.name));
+        for (const auto& name : mDocument.KeptFiles->Texts()) mTaken.insert(foldKey(disk::withSlashes(name)));
+    }
+
     // A kind of item and the source that has it.
     struct ItemType {
         const ItemSource* source;
@@ -101,8 +108,9 @@ class Planner {
         if (isLeftOut(*layout)) return;
         const auto& source = mSources.front();
         const auto def = source.defs->Count() > 0 ? source.defs->Item(1) : nullptr;
-        to.push_back(
-            {layout, &source, def, source.root, nullptr, nameOf(*layout, source, def, source.root, nullptr)});
+        const auto name = nameOf(*layout, source, def, source.root, nullptr);
+        if (layout->onlyIfFree && mTaken.contains(foldKey(name))) return;
+        to.push_back({layout, &source, def, source.root, nullptr, name});
         if (layout->compileType != 0 && to.back().name.find('/') != std::string::npos) {
             throw AutomationError("'" + to.back().name +
                                   "' cannot be the name of a compiler input: it names a folder too");
@@ -146,6 +154,8 @@ class Planner {
     FolderTemplate& mTemplate;
     const std::vector<ItemSource>& mSources;
     BuildPlan mPlan;
+    // By pages of items and by files of the project, in folded names.
+    std::unordered_set<std::string> mTaken;
 };
 
 }  // namespace

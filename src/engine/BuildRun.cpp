@@ -78,8 +78,10 @@ void BuildRun::build() {
     checkKeptFiles(mDocument, mPlan);
     auto job = planCompiling();
     copySupport();
+    if (const auto& search = mState->pageTemplate->Search()) mSearchIndex.emplace(search->function);
     writePages();
     if (mDocument.mCancelled) return;
+    writeSearchIndex();
     for (const auto& source : *mSources) source.provider->AfterProcessRootItem(source.root);
     reportLocalFiles();
     writeInputs();
@@ -117,6 +119,7 @@ void BuildRun::writePages() {
         if (known.offers++ == 0) known.item = page.item;
     }
     mTotal = static_cast<int>(mState->pages.size());
+    if (!mPlan.pages.empty()) mState->firstPage = mPlan.pages.front().name;
     for (const auto& page : mPlan.pages) {
         if (mDocument.mCancelled) return;
         offerPage(page);
@@ -159,6 +162,7 @@ void BuildRun::makePage(const PlannedPage& page) {
     expandThrough(data, pageTemplate.PageText(page.layout->Name), pageTemplate.Path() + page.layout->Name,
                   page.name, file, file->Text());
     if (page.layout->compileType == 0) mLocalFiles.ScanPage(page.name, file->Text());
+    if (page.layout->isSearched && mSearchIndex) mSearchIndex->Add(page.name, file->Text());
     mState->output.Write(page.name, bytesOf(page, *file));
     mState->pageName.clear();
     mState->layout = nullptr;
@@ -170,6 +174,18 @@ std::string BuildRun::bytesOf(const PlannedPage& page, PageFile& file) {
     auto bytes = encode(page.name, file.Text(), page.layout->encoding, mDocument.Language(), file.Raw(),
                         mState->notes);
     return page.layout->compileType == 0 ? bytes : withBothLineEnds(bytes);
+}
+
+void BuildRun::writeSearchIndex() {
+    if (!mSearchIndex) return;
+    const auto folder = disk::asFolder(mState->pageTemplate->Search()->folder);
+    for (const auto& script : mSearchIndex->Scripts()) {
+        const auto name = checkedOutputName(folder + script.name + ".js");
+        mState->output.Claim(name, "the search index");
+        mState->output.Write(name, script.text);
+        mSources->front().provider->ContentCreated(nullptr, nullptr, mState->output.FullName(name));
+        mDocument.ContentCreated.emit(name);
+    }
 }
 
 void BuildRun::reportLocalFiles() {

@@ -9,6 +9,7 @@
 #include "engine/EngineDocument.h"
 #include "engine/LocalFiles.h"
 #include "engine/PageFile.h"
+#include "engine/SearchIndex.h"
 
 namespace quillbox {
 
@@ -29,6 +30,7 @@ class BuildRun {
     void writePages();
     void offerPage(const PlannedPage& page);
     void writePage(const PlannedPage& page);
+    void writeSearchIndex();
     void reportLocalFiles();
     void writeInputs();
     // Makes the page's text and puts it on disk.
@@ -43,6 +45,7 @@ class BuildRun {
     std::shared_ptr<const std::vector<ItemSource>> mSources;
     BuildPlan mPlan;
     LocalFiles mLocalFiles;
+    std::optional<SearchIndex> mSearchIndex;
     int mDone = 0, mTotal = 0;
 };
 

@@ -55,6 +55,13 @@ std::string rootPath(const TagRequest& request) {
 
 std::string outputFileName(const TagRequest& request) { return compiledFileName(request.document); }
 std::string defaultTopic(const TagRequest& request) { return request.document.DefaultTopic; }
+// The page that a reader begins with: the default topic or, where that is no page of the build, the first
+// one.
+std::string startPage(const TagRequest& request) {
+    const auto* build = request.document.Building();
+    const auto& wanted = request.document.DefaultTopic;
+    return !build || request.document.IsPage(wanted) ? wanted : build->firstPage;
+}
 std::string compileType(const TagRequest& request) { return request.document.CompileType; }
 std::string help2Namespace(const TagRequest& request) { return request.document.Help2Namespace; }
 std::string help2FileId(const TagRequest& request) { return request.document.Help2FileID; }
@@ -64,6 +71,9 @@ std::string languageName(const TagRequest& request) { return request.document.La
 std::string languageId(const TagRequest& request) { return request.document.Language().id; }
 std::string languageNumber(const TagRequest& request) { return request.document.Language().number; }
 std::string codePage(const TagRequest& request) { return request.document.Language().codePage; }
+std::string direction(const TagRequest& request) {
+    return request.document.Language().isRightToLeft ? "rtl" : "ltr";
+}
 std::string charset(const TagRequest& request) { return request.document.Language().charset; }
 
 }  // namespace
@@ -80,6 +90,7 @@ void addBuildTags(TagTable& tags) {
         {"rootpath", rootPath},
         {"outputfilename", outputFileName},
         {"defaulttopic", defaultTopic},
+        {"startpage", startPage},
         {"compiletype", compileType},
         {"help2namespace", help2Namespace},
         {"help2fileid", help2FileId},
@@ -89,6 +100,7 @@ void addBuildTags(TagTable& tags) {
         {"languagenumber", languageNumber},
         {"codepage", codePage},
         {"charset", charset},
+        {"direction", direction},
     });
 }
 

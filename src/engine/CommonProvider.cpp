@@ -9,12 +9,18 @@ namespace quillbox {
 
 namespace {
 
+std::string escaped(const std::string& value, const std::string& how) {
+    if (sameText(how, "html")) return htmlText(value);
+    if (sameText(how, "script")) return scriptText(value);
+    if (sameText(how, "anchor")) return anchorName(value);
+    return value;
+}
+
 // Nothing for a tag that is not known.
 std::optional<std::string> answer(const std::string& name, const TagRequest& request) {
     const auto known = commonTags().find(name);
     if (known == commonTags().end()) return {};
-    auto value = known->second(request);
-    return sameText(request.Attribute("escape"), "html") ? htmlText(value) : value;
+    return escaped(known->second(request), request.Attribute("escape"));
 }
 
 Ref<EngineDocument> attached(const ObjectReference<EngineDocument>& document) {

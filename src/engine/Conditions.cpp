@@ -56,7 +56,7 @@ std::optional<std::vector<Word>> splitWords(std::string_view text) {
 
 class Operand {
   public:
-    enum class Kind { Text, Property, Variable, ItemType };
+    enum class Kind { Text, Property, Variable, Page, ItemType };
     Operand(Kind kind, std::string text) : mKind(kind), mText(std::move(text)) {}
 
     bool IsItemType() const { return mKind == Kind::ItemType; }
@@ -68,6 +68,8 @@ class Operand {
                 return facts.property(mText);
             case Kind::Variable:
                 return facts.variable(mText);
+            case Kind::Page:
+                return facts.page(mText);
             case Kind::ItemType:
                 return facts.itemType;
         }
@@ -198,15 +200,18 @@ class Parser {
         if (mNext == mWords.size()) return std::nullopt;
         if (mWords[mNext].quoted) return Operand(Operand::Kind::Text, mWords[mNext++].text);
         if (takes("itemtype")) return Operand(Operand::Kind::ItemType, "");
-        if (takes("variable")) {
-            if (mNext == mWords.size() || !mWords[mNext].quoted) return std::nullopt;
-            return Operand(Operand::Kind::Variable, mWords[mNext++].text);
-        }
+        if (takes("variable")) return named(Operand::Kind::Variable);
+        if (takes("page")) return named(Operand::Kind::Page);
         if (takes("(") || takes(")")) return std::nullopt;
         for (const auto keyword : kConditionWords) {
             if (sameText(mWords[mNext].text, keyword)) return std::nullopt;
         }
         return Operand(Operand::Kind::Property, mWords[mNext++].text);
+    }
+
+    std::optional<Operand> named(Operand::Kind kind) {
+        if (mNext == mWords.size() || !mWords[mNext].quoted) return std::nullopt;
+        return Operand(kind, mWords[mNext++].text);
     }
 
     std::vector<Word> mWords;

@@ -50,6 +50,7 @@ class DocumentCondition : public Condition {
         facts.itemType = def ? def->Name : std::string();
         facts.property = [&](const std::string& name) { return property(*owner, name, item, def); };
         facts.variable = [&](const std::string& name) { return owner->Variable(name); };
+        facts.page = [&](const std::string& name) { return booleanText(owner->IsPage(name)); };
         return mExpression->Holds(facts);
     }
 
@@ -129,6 +130,10 @@ std::optional<std::string> EngineDocument::ReadData(const std::string& name,
     const ItemScope scope(data, def, item, type, parent);
     auto value = data.GetProperty(name);
     return value.starts_with("!UNCRECOGNISED") ? std::nullopt : std::optional(std::move(value));
+}
+
+bool EngineDocument::IsPage(const std::string& name) const {
+    return mState && mState->pages.contains(foldKey(name));
 }
 
 std::string EngineDocument::Variable(const std::string& name) const {

@@ -39,6 +39,7 @@ struct BuildState {
     };
     // By folded name.
     std::unordered_map<std::string, Page> pages;
+    std::string firstPage;
     // The page being written: its name under the output path, and the template's page that it is made from.
     std::string pageName;
     Ref<PageLayout> layout;
@@ -79,6 +80,8 @@ class EngineDocument : public Document {
     std::optional<std::string> ReadData(const std::string& name, const Ref<quillbox::NamespaceDef>& def,
                                         const Ref<Object>& item, const std::string& type,
                                         const Ref<Object>& parent);
+    // Whether the build that is under way writes a page of that name.
+    bool IsPage(const std::string& name) const;
     // Empty where there is no such variable.
     std::string Variable(const std::string& name) const;
     quillbox::Language Language();

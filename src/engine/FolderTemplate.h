@@ -30,6 +30,7 @@ class FolderTemplate : public PageTemplate {
     bool IsBroken() const { return mFailure.has_value(); }
     int Order() const { return mDescription.order; }
     const std::vector<Ref<PageLayout>>& Layouts() const { return description().pages; }
+    const std::optional<SearchLayout>& Search() const { return description().search; }
     // A page file of the folder, listed or not, split at its tags.
     const TagPieces& PageText(const std::string& file);
     // None where there is no such scrap.

@@ -5,6 +5,11 @@ namespace quillbox {
 namespace {
 
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+int hexadecimal(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    const char letter = static_cast<char>(c | 0x20);
+    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
+}
 
 }  // namespace
 
@@ -67,10 +72,74 @@ std::string plainText(std::string_view html) {
     return text;
 }
 
+std::string scriptText(std::string_view text) {
+    static constexpr const char* kDigits = "0123456789abcdef";
+    std::string script;
+    script.reserve(text.size() + 16);
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            script += '\\';
+            script += c;
+        } else if (code < 0x20 || c == '\'' || c == '<' || c == 0x7F) {
+            script += "\\u00";
+            script += kDigits[code >> 4];
+            script += kDigits[code & 15];
+        } else {
+            script += c;
+        }
+    }
+    return script;
+}
+
+std::string anchorName(std::string_view text) {
+    static constexpr const char* kDigits = "0123456789abcdef";
+    std::string name;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        const char letter = static_cast<char>(c | 0x20);
+        if (c == ' ') {
+            name += '-';
+        } else if (code >= 0x80 || c == '_' || (c >= '0' && c <= '9') || (letter >= 'a' && letter <= 'z')) {
+            name += c;
+        } else {
+            name += '.';
+            name += kDigits[code >> 4];
+            name += kDigits[code & 15];
+        }
+    }
+    return name;
+}
+
 bool isRemote(std::string_view link) {
     if (link.starts_with('/') || link.starts_with('\\')) return true;
     const auto end = link.find_first_of(":/?#");
     return end != std::string_view::npos && link[end] == ':';
+}
+
+std::size_t endOfTag(std::string_view html, std::size_t from) {
+    for (auto at = from; (at = html.find_first_of("\"'>", at)) != std::string_view::npos; ++at) {
+        if (html[at] == '>') return at;
+        at = html.find(html[at], at + 1);
+        if (at == std::string_view::npos) return at;
+    }
+    return std::string_view::npos;
+}
+
+std::string decodedLink(std::string_view link) {
+    std::string text;
+    text.reserve(link.size());
+    for (std::size_t at = 0; at < link.size(); ++at) {
+        const int high = link[at] == '%' && at + 2 < link.size() ? hexadecimal(link[at + 1]) : -1;
+        const int low = high < 0 ? -1 : hexadecimal(link[at + 2]);
+        if (low < 0) {
+            text += link[at];
+        } else {
+            text += static_cast<char>(high * 16 + low);
+            at += 2;
+        }
+    }
+    return text;
 }
 
 std::string_view withoutFragment(std::string_view link) { return link.substr(0, link.find_first_of("?#")); }

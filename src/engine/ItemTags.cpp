@@ -6,6 +6,7 @@
 #include "base/Date.h"
 #include "base/Text.h"
 #include "engine/CommonTags.h"
+#include "engine/Disk.h"
 #include "engine/Html.h"
 #include "engine/PageFile.h"
 
@@ -76,6 +77,25 @@ std::string targetTitle(const TagRequest& request) {
     return htmlText(request.document.ReadProperty(page->second.item, "Title").value_or(""));
 }
 
+std::string linkOf(const TagRequest& request) {
+    const auto& place = request.document.CurrentNode();
+    return place.tree ? place.tree->Nodes()[place.node].def->LinkTarget
+                      : dataOf(request, "linktarget").value_or("");
+}
+
+// Whether the link of the current item or contents node leads to a page of the build, to a file that is
+// there, or to another place.
+std::string targetExists(const TagRequest& request) {
+    const auto* build = request.document.Building();
+    const auto link = linkOf(request);
+    const auto name = decodedLink(withoutFragment(link));
+    if (!build || name.empty()) return {};
+    const bool exists = isRemote(link) || request.document.IsPage(name) ||
+                        disk::isFile(build->output.DiskName(name)) ||
+                        disk::isFile(build->output.FullName(name));
+    return exists ? booleanText(true) : std::string();
+}
+
 bool isNames(const std::string& contentType) {
     const auto kind = contentType.substr(0, contentType.find(':'));
     return sameText(kind, "files") || sameText(kind, "alias");
@@ -106,6 +126,7 @@ void addItemTags(TagTable& tags) {
         {"htmltext", htmlTextOf},
         {"plaintext", plainTextOf},
         {"targettitle", targetTitle},
+        {"targetexists", targetExists},
         {"streamcontent", streamContent},
     });
 }

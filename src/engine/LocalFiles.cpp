@@ -24,29 +24,6 @@ bool refers(std::string_view attribute) {
     return false;
 }
 
-int hexadecimal(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char letter = static_cast<char>(c | 0x20);
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
-}
-
-// "%20" and "&amp;" as they mean.
-std::string decoded(std::string_view reference) {
-    const auto plain = replaceAll(reference, "&amp;", "&");
-    std::string text;
-    for (std::size_t at = 0; at < plain.size(); ++at) {
-        const int high = plain[at] == '%' && at + 2 < plain.size() ? hexadecimal(plain[at + 1]) : -1;
-        const int low = high < 0 ? -1 : hexadecimal(plain[at + 2]);
-        if (low < 0) {
-            text += plain[at];
-        } else {
-            text += static_cast<char>(high * 16 + low);
-            at += 2;
-        }
-    }
-    return text;
-}
-
 // Relative to the output folder, without "." and ".."; empty for what lies outside.
 std::string placed(const std::string& folder, const std::string& reference) {
     std::vector<std::string> pieces;
@@ -78,16 +55,6 @@ bool isPlainName(std::string_view name) {
     return !name.empty() && std::none_of(name.begin(), name.end(), [](unsigned char c) { return c < 0x20; });
 }
 
-// Where a tag that begins at "<" ends; quotes may hold ">".
-std::size_t endOfTag(std::string_view html, std::size_t from) {
-    for (auto at = from; (at = html.find_first_of("\"'>", at)) != std::string_view::npos; ++at) {
-        if (html[at] == '>') return at;
-        at = html.find(html[at], at + 1);
-        if (at == std::string_view::npos) return at;
-    }
-    return std::string_view::npos;
-}
-
 }  // namespace
 
 void LocalFiles::add(const std::string& folder, std::string_view reference) {
@@ -96,7 +63,7 @@ void LocalFiles::add(const std::string& folder, std::string_view reference) {
     auto written = folder;
     written += reference;
     if (!mSeen.insert(std::move(written)).second) return;
-    auto name = placed(folder, decoded(reference));
+    auto name = placed(folder, decodedLink(replaceAll(reference, "&amp;", "&")));
     if (isPlainName(name) && mKnown.insert(name).second) mNames.push_back(std::move(name));
 }
 

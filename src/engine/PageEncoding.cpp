@@ -246,7 +246,8 @@ Language languageOf(const std::string& tag) {
             hexadecimal.data(),
             std::to_string(id),
             std::string(page.number),
-            std::string(page.charset)};
+            std::string(page.charset),
+            locale.isRightToLeft() != 0};
 }
 
 std::string environmentLanguage() {

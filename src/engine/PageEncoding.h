@@ -26,6 +26,7 @@ struct Language {
     std::string number;    // "1033"
     std::string codePage;  // "1252"
     std::string charset;   // "windows-1252", as a page names it
+    bool isRightToLeft = false;
 };
 
 // Of a tag such as "de", "de-DE" or "pt_BR.UTF-8"; one that says nothing counts as English (United States).

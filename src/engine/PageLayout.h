@@ -16,6 +16,10 @@ class PageLayout : public TemplatePage {
     TagPieces output;
     // Another item type; the page is left out where there are no such items.
     std::string onlyWith;
+    // The page is left out where a page of an item or a file of the project has its name.
+    bool onlyIfFree = false;
+    // Its text goes into the search index of the template.
+    bool isSearched = false;
     // 0 for a page of the help itself, else the compile type that it is an input for.
     int compileType = 0;
     PageEncoding encoding = PageEncoding::Utf8;

@@ -54,6 +54,12 @@ class Reader {
         }
     }
 
+    bool boolean(const XMLElement& element, const std::string& name) const {
+        const auto value = element.Find(name).value_or("False");
+        if (sameText(value, "True") || sameText(value, "False")) return sameText(value, "True");
+        fail(element, "expected True or False in " + name + ", found '" + value + "'");
+    }
+
     void checkAttributes(XMLElement& element, std::span<const std::string_view> known) const {
         for (const auto& attribute : element.Attributes()->Items()) {
             const bool fits = std::any_of(known.begin(), known.end(),
@@ -72,8 +78,12 @@ class Reader {
             mResult.namespaces.push_back(required(child, "Name"));
         } else if (child.Name() == "Page") {
             readPage(child);
+        } else if (child.Name() == "SearchIndex") {
+            checkAttributes(child, kSearchAttributes);
+            if (mResult.search) fail(child, "expected one SearchIndex, found another");
+            mResult.search = {required(child, "Folder"), required(child, "Function")};
         } else {
-            fail(child, "expected Namespace or Page, found " + child.Name());
+            fail(child, "expected Namespace, Page or SearchIndex, found " + child.Name());
         }
     }
 
@@ -83,6 +93,8 @@ class Reader {
         page->Name = fileName(element);
         page->NamespaceItemType = element.Find("ItemType").value_or("");
         page->onlyWith = element.Find("OnlyWith").value_or("");
+        page->onlyIfFree = boolean(element, "OnlyIfFree");
+        page->isSearched = boolean(element, "Search");
         page->filter = element.Find("Filter").value_or("");
         page->line = element.Line();
         page->compileType = compileType(element);
@@ -92,6 +104,9 @@ class Reader {
         if (page->compileType != 0 && page->IsBound()) {
             fail(element,
                  "expected no ItemType on a page with a CompileType: a compiler input is written once");
+        }
+        if (page->onlyIfFree && page->IsBound()) {
+            fail(element, "expected no ItemType on a page with OnlyIfFree: it gives way to pages of items");
         }
         mResult.pages.push_back(page);
     }

@@ -98,6 +98,43 @@ TEST_F(NamespaceProviderTest, GivesNothingForAParentOfAnotherKind) {
     }
 }
 
+TEST_F(NamespaceProviderTest, GivesTheIndexAsATree) {
+    const auto topicWith = [&](const char* name, std::vector<const char*> keywords) {
+        const auto topic = addTopic(name);
+        topic->SetTitle(name);
+        topic->SetAutoGenerateIndexEntry(false);
+        for (const auto* keyword : keywords) topic->AddKeyword(keyword);
+        return topic;
+    };
+    topicWith("Intro", {"tools | Options", "Zoo", "Tools|Colours|Dark", "|", "zoo"});
+    topicWith("More", {"Tools|options", "Ape"})->SetAutoGenerateIndexEntry(true);
+    topicWith("Draft", {"Secret"})->SetIncludeInHelpFile(false);
+    const auto letters = items("indexletter");
+    EXPECT_THAT(texts(letters), ElementsAre("A", "M", "T", "Z"));
+    EXPECT_THAT(texts(letters, "Value"), testing::Each("1"));
+    const auto tools = items("indexterm", letters[2]);
+    ASSERT_THAT(texts(tools), ElementsAre("tools"));
+    EXPECT_THAT(items("indexpage", tools[0]), IsEmpty());
+    EXPECT_THAT(texts(tools, "QualifiedName"), ElementsAre(""));
+    const auto below = items("indexterm", tools[0]);
+    EXPECT_THAT(texts(below), ElementsAre("Colours", "Options"));
+    EXPECT_THAT(texts(items("indexterm", below[0]), "QualifiedName"), ElementsAre("Intro"));
+    EXPECT_THAT(texts(items("indexpage", below[1])), ElementsAre("Intro", "More"));
+    EXPECT_THAT(texts(below, "QualifiedName"), ElementsAre("", ""));
+    EXPECT_THAT(texts(items("indexterm", letters[3]), "QualifiedName"), ElementsAre("Intro"));
+}
+
+TEST_F(NamespaceProviderTest, GivesTheIndexTermsOfATopic) {
+    const auto topic = addTopic("Intro");
+    topic->SetTitle("Introduction");
+    for (const auto* keyword : {"Tools|Options", "Zoo", "zoo"}) topic->AddKeyword(keyword);
+    topic->SetAutoGenerateIndexEntry(true);
+    EXPECT_THAT(texts(items("indexterm", topic)), ElementsAre("Tools Options", "Zoo", "Introduction"));
+    EXPECT_THAT(items("indexterm", project), IsEmpty());
+    EXPECT_THAT(items("indexterm"), IsEmpty());
+    EXPECT_THAT(items("indexpage", topic), IsEmpty());
+}
+
 TEST_F(NamespaceProviderTest, GivesLettersInUseSortedWithTheirCounts) {
     for (const auto* term : {"zoom", "  alpha", "9 lives", "Anchor", "", "\u00e9cole"}) addTerm(term);
     const auto letters = items("glossaryletter");

@@ -44,6 +44,52 @@ TEST_F(CommonTagsTest, TellOfTheLanguage) {
     EXPECT_EQ(Rendered(text), "ja-JP 0x0411 1041 932 shift_jis Japanese (Japan)");
 }
 
+TEST_F(CommonTagsTest, TellTheDirectionOfTheWriting) {
+    EXPECT_EQ(Rendered("%%direction%%"), "ltr");
+    for (const auto* language : {"he", "ar-EG", "fa", "ur", "az-Arab"}) {
+        auto variable = make<VariableValue>();
+        variable->Value = language;
+        mDocument->VariableValues = make<VariableValues>();
+        mDocument->VariableValues->Add(variable, "Language");
+        EXPECT_EQ(Rendered("%%direction%%"), "rtl") << language;
+    }
+}
+
+TEST_F(CommonTagsTest, EscapeForScriptsAndAnchors) {
+    mGuide->AddPage("intro", "</a> \\ \"b\" 'c'\n\u00e9")->properties["term"] = "C++ a-b.c_d 1\u00e9";
+    EXPECT_EQ(Rendered("%%property:name=Title,escape=script%%"),
+              R"(\u003c/a> \\ \"b\" \u0027c\u0027\u000aé)");
+    EXPECT_EQ(Rendered("%%property:name=Term,escape=anchor%%"), "C.2b.2b-a.2db.2ec_d-1é");
+}
+
+TEST_F(CommonTagsTest, TheStartPageIsThereInAnyCase) {
+    mGuide->AddPage("one", "One");
+    mGuide->AddPage("two", "Two");
+    mGuide->defaultPage = "two.html";
+    PutPage("%%startpage%%");
+    Build();
+    EXPECT_EQ(Output("one.html"), "two.html");
+    mGuide->defaultPage = "gone.html";
+    Build();
+    EXPECT_EQ(Output("one.html"), "one.html");
+}
+
+TEST_F(CommonTagsTest, TellWhetherALinkLeadsSomewhere) {
+    const std::pair<const char*, const char*> cases[] = {{"two", "True"},      {"TWO", "True"},
+                                                         {"three", ""},        {"file", "True"},
+                                                         {"a%20file", "True"}, {"http://a.b/c", "True"}};
+    writeFile(mOutput + "file.html", "file");
+    writeFile(mOutput + "a file.html", "file");
+    mGuide->AddPage("two", "Two");
+    auto page = mGuide->AddPage("one", "One");
+    PutPage("%%targetexists%%");
+    for (const auto& [name, answer] : cases) {
+        page->properties["qualifiedname"] = name;
+        Build();
+        EXPECT_EQ(Output("one.html"), answer) << name;
+    }
+}
+
 TEST_F(CommonTagsTest, ReadTheCurrentItem) {
     mGuide->AddPage("intro", "A \"b\" & <c>")->properties["runtimenumber"] = "1.2";
     EXPECT_EQ(

@@ -57,6 +57,8 @@ TEST_F(ConditionsTest, SayWhatTheLanguageSays) {
         {"not Count", "yes"},
         {"not not Count", "no"},
         {"Body or IsDefault", "yes"},
+        {"page 'intro.html'", "no"},
+        {"page intro", "invalid"},
         {"Body or IsDefault and Count", "no"},
         {"(Body or IsDefault) and not Count", "yes"},
         {"IsDefault AND Name IS 'intro'", "yes"},

@@ -96,7 +96,7 @@ TEST_F(TemplatesTest, ABrokenOneTellsFileLineAndWhatWasExpected) {
         {"<PageTemplate Name='x' Colour='a'/>",
          "found the attribute Colour, expected of PageTemplate: Name, Supports, Order"},
         {"<PageTemplate Name='x'>\n<Pages/></PageTemplate>",
-         ", line 2: expected Namespace or Page, found Pages"},
+         ", line 2: expected Namespace, Page or SearchIndex, found Pages"},
         {"<PageTemplate Name='x'>\n\n<Namespace/></PageTemplate>",
          ", line 3: expected the attribute Name of Namespace"},
         {"<PageTemplate Name='x'><Page/></PageTemplate>", "expected the attribute File of Page"},
@@ -190,6 +190,30 @@ TEST_F(TemplatesTest, APageMayDependOnItems) {
     mGuide->children.push_back(make<GuideItem>("letter", std::map<std::string, std::string>{{"name", "A"}}));
     Build();
     EXPECT_THAT(mCreated, ElementsAre("letters.html"));
+}
+
+TEST_F(TemplatesTest, APageMayGiveWayToAnItem) {
+    PutTemplate(
+        "<Page File='page.html' ItemType='test.guide:page'/><Page File='start.html' Output='index.html' "
+        "OnlyIfFree='True'/>");
+    Put("page.html", "item");
+    Put("start.html", "start");
+    mGuide->AddPage("intro", "Intro");
+    Build();
+    EXPECT_THAT(mCreated, ElementsAre("intro.html", "index.html"));
+    EXPECT_EQ(Output("index.html"), "start");
+    mGuide->AddPage("Index", "Index");
+    mCreated.clear();
+    Build();
+    EXPECT_THAT(mCreated, ElementsAre("intro.html", "Index.html"));
+}
+
+TEST_F(TemplatesTest, APageMayGiveWayToAFileOfTheProject) {
+    PutTemplate("<Page File='start.html' Output='index.html' OnlyIfFree='True'/>");
+    Put("start.html", "start");
+    mDocument->KeptFiles->Add("index.html");
+    Build();
+    EXPECT_THAT(mCreated, IsEmpty());
 }
 
 TEST_F(TemplatesTest, AnUnknownTagAndAMissingScrapShowInThePage) {

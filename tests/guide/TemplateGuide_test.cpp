@@ -140,6 +140,7 @@ TEST_F(TemplateGuideTest, HasAnExampleOfEveryClauseConditionAndContent) {
 TEST_F(TemplateGuideTest, HasAnExampleOfEverythingInATemplateFile) {
     std::vector<std::string> attributes;
     for (const auto name : kTemplateAttributes) attributes.emplace_back(std::string(name) + "=\"");
+    for (const auto name : kSearchAttributes) attributes.emplace_back(std::string(name) + "=\"");
     for (const auto name : kPageAttributes) attributes.emplace_back(std::string(name) + "=\"");
     EXPECT_THAT(WithoutText(attributes), IsEmpty());
     EXPECT_THAT(WithoutText({"\"ansi\"", "\"ascii\"", "\"ascii-but-title\"", "\"utf-8\""}), IsEmpty());

@@ -1,0 +1,118 @@
+#include "build/IndexItems.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+#include "base/SortedList.h"
+#include "base/Text.h"
+#include "project/QbProject.h"
+#include "topics/Topic.h"
+#include "topics/Topics.h"
+
+namespace quillbox {
+
+namespace {
+
+// Levels beyond it are not told apart.
+constexpr std::size_t kDeepest = 20;
+
+std::vector<std::string> entriesOf(const Topic& topic) {
+    std::vector<std::string> entries;
+    std::unordered_set<std::string> seen;
+    const auto add = [&](const std::string& entry) {
+        if (seen.insert(foldKey(entry)).second) entries.push_back(entry);
+    };
+    for (const auto& entry : topic.Keywords->Texts()) add(entry);
+    if (topic.AutoGenerateIndexEntry()) add(topic.Title());
+    return entries;
+}
+
+// The terms below one place of the tree, found by their texts without regard to case.
+struct Branch {
+    Ref<IndexTerm> term = make<IndexTerm>();
+    std::unordered_map<std::string, Branch> below;
+    std::unordered_set<const Topic*> topics;
+
+    Branch& Below(const std::string& text) {
+        auto& branch = below[foldKey(text)];
+        if (branch.term->Name.empty()) branch.term->Name = text;
+        return branch;
+    }
+
+    void Lead(const Ref<Topic>& topic) {
+        if (topics.insert(topic.get()).second) term->topics.push_back(topic);
+    }
+
+    std::vector<Ref<IndexTerm>> Sorted() const {
+        SortedList<Ref<IndexTerm>> sorted;
+        for (const auto& [key, branch] : below) {
+            branch.term->terms = branch.Sorted();
+            if (branch.term->topics.size() == 1)
+                branch.term->QualifiedName = branch.term->topics.front()->Name();
+            sorted.Add(branch.term, branch.term->Name);
+        }
+        return sorted.Items();
+    }
+};
+
+// A letter stands once, where accents make the order of the terms run across letters too.
+std::vector<Ref<IndexLetter>> byLetter(const std::vector<Ref<IndexTerm>>& terms) {
+    std::unordered_map<std::string, Ref<IndexLetter>> known;
+    SortedList<Ref<IndexLetter>> sorted;
+    for (const auto& term : terms) {
+        const auto name = upper(firstCharacter(term->Name));
+        auto& letter = known[name];
+        if (!letter) {
+            letter = make<IndexLetter>();
+            letter->Name = name;
+            sorted.Add(letter, name);
+        }
+        letter->terms.push_back(term);
+        letter->Value = std::to_string(letter->terms.size());
+    }
+    return sorted.Items();
+}
+
+}  // namespace
+
+std::vector<IndexEntry> sortedIndexEntries(const QbProject& project) {
+    SortedList<IndexEntry> sorted;
+    for (const auto& topic : project.Topics->Items()) {
+        if (!topic->IncludeInHelpFile()) continue;
+        for (const auto& entry : entriesOf(*topic)) sorted.Add({entry, topic}, entry);
+    }
+    return sorted.Items();
+}
+
+std::vector<std::string> indexLevels(const std::string& entry) {
+    auto levels = split(entry, "|");
+    if (levels.empty()) levels.emplace_back();
+    for (auto& level : levels) level = trimBlanks(level);
+    return levels;
+}
+
+std::vector<Ref<IndexLetter>> indexOf(const QbProject& project) {
+    Branch top;
+    for (const auto& [entry, topic] : sortedIndexEntries(project)) {
+        auto* branch = &top;
+        auto levels = indexLevels(entry);
+        if (levels.size() > kDeepest) levels.resize(kDeepest);
+        for (const auto& level : levels) {
+            if (!level.empty()) branch = &branch->Below(level);
+        }
+        if (branch != &top) branch->Lead(topic);
+    }
+    return byLetter(top.Sorted());
+}
+
+std::vector<Ref<IndexTerm>> indexTermsOf(const Topic& topic) {
+    std::vector<Ref<IndexTerm>> terms;
+    for (const auto& entry : entriesOf(topic)) {
+        terms.push_back(make<IndexTerm>());
+        terms.back()->Name = join(indexLevels(entry), " ");
+        terms.back()->QualifiedName = topic.Name();
+    }
+    return terms;
+}
+
+}  // namespace quillbox
