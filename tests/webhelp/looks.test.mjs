@@ -113,6 +113,28 @@ describe("without scripts", () => {
     });
 });
 
+test("writing from right to left has the contents at its right, and fits", async () => {
+    const arabic = buildSite((text) => text.replace('<VariableValue Name="Language">en<', '<VariableValue Name="Language">ar<'));
+    const page = await openPage(browser);
+    await page.goto(`${arabic.url}/ContentsTree.html`);
+    const side = await page.locator(".side").boundingBox();
+    assert.equal(side.x + side.width, 1280);
+    const item = page.locator("[role=treeitem][aria-current]");
+    await item.focus();
+    await page.keyboard.press("ArrowRight");
+    assert.equal(await page.evaluate(() => document.activeElement.textContent), "The project");
+    await page.keyboard.press("ArrowLeft");
+    await page.keyboard.press("ArrowLeft");
+    assert.equal(await page.evaluate(() => document.activeElement.textContent), "Topics");
+    for (const width of [400, 1600]) {
+        await page.setViewportSize({ width, height: 800 });
+        assert.ok((await page.evaluate(() => document.documentElement.scrollWidth)) <= width, `${width}`);
+    }
+    assert.deepEqual(page.problems, []);
+    await page.context().close();
+    arabic.remove();
+});
+
 test("paper gets the text alone", async () => {
     const page = await openPage(browser);
     await page.goto(`${site.url}/ContentsTree.html`);

@@ -62,7 +62,7 @@ for (const way of ["from a folder", "over HTTP"]) {
 
         test("goes up by the trail and on by the way", async () => {
             await open("ContentsTree.html");
-            await page.getByRole("navigation", { name: "Breadcrumb" }).getByRole("link", { name: "The project" }).click();
+            await page.getByRole("navigation", { name: "Where you are" }).getByRole("link", { name: "The project" }).click();
             await page.waitForURL("**/Projects.html");
             const next = page.locator(".way .on b");
             const title = await next.textContent();
@@ -107,6 +107,23 @@ for (const way of ["from a folder", "over HTTP"]) {
             assert.equal(await term.textContent(), "contents tree");
             const box = await term.boundingBox();
             assert.ok(box.y > 55 && box.y < 800);
+        });
+
+        test("sees the definition of a term at the term", async () => {
+            await open("ContentsTree.html");
+            const card = page.getByRole("tooltip");
+            assert.equal(await card.isVisible(), false);
+            const term = page.locator("a.term").first();
+            await term.hover();
+            assert.match(await card.textContent(), /^The nested list of books and pages/);
+            await card.hover();
+            assert.equal(await card.isVisible(), true);
+            await page.locator("h1").hover();
+            assert.equal(await card.isVisible(), false);
+            await term.focus();
+            assert.equal(await card.isVisible(), true);
+            await page.keyboard.press("Escape");
+            assert.equal(await card.isVisible(), false);
         });
 
         test("goes by the outline of a page", async () => {
