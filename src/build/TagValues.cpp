@@ -152,10 +152,27 @@ std::string linkEntryNumber(const TagCall& call) {
 
 std::string nothing(const TagCall&) { return {}; }
 
+std::string fromCommonProvider(const TagCall& call, const Ref<Element>& element) {
+    return call.provider.CommonProvider().ProvideData(element, call.file);
+}
+
+std::string unlessDiscarded(std::string value) { return value == "{Discard}" ? std::string() : value; }
+
+// The common provider escapes its own values; it knows the ways, and so is asked for those of others too.
+std::string escaped(const TagCall& call, std::string value) {
+    const auto how = call.Optional("escape");
+    if (how.empty() || value.empty() || value.starts_with("!UNCRECOGNISED")) return value;
+    const auto text = make<Element>();
+    text->Attributes->Add("text", "type");
+    text->Attributes->Add(value, "value");
+    text->Attributes->Add(how, "escape");
+    return unlessDiscarded(fromCommonProvider(call, text));
+}
+
 std::string general(const TagCall& call, const std::string& type) {
-    auto value = call.provider.CommonProvider().ProvideData(call.handle, call.file);
-    if (value.empty()) value = call.provider.GetProperty(type);
-    return value == "{Discard}" ? std::string() : value;
+    auto value = fromCommonProvider(call, call.handle);
+    if (value.empty()) value = escaped(call, call.provider.GetProperty(type));
+    return unlessDiscarded(std::move(value));
 }
 
 struct TagType {
@@ -214,7 +231,7 @@ std::string tagValue(const TagCall& call) {
     const auto known = tagTypes().find(type);
     if (known == tagTypes().end()) return formatted(call, type, general(call, type));
     auto value = known->second.value(call);
-    return known->second.whole ? value : formatted(call, type, std::move(value));
+    return known->second.whole ? value : formatted(call, type, escaped(call, std::move(value)));
 }
 
 std::vector<std::string> tagNames() {

@@ -33,6 +33,9 @@ std::string property(const TagRequest& request) {
     return format.empty() || value->empty() ? *value : inFormat(*value, format);
 }
 
+// The value as it stands: what is to be escaped.
+std::string text(const TagRequest& request) { return request.Attribute("value"); }
+
 std::optional<std::string> dataOf(const TagRequest& request, const std::string& name) {
     const auto& current = request.current;
     return request.document.ReadData(name, current.NamespaceDef(), current.CurrentItem(),
@@ -122,6 +125,7 @@ std::string streamContent(const TagRequest& request) {
 
 void addItemTags(TagTable& tags) {
     tags.insert({
+        {"text", text},
         {"property", property},
         {"htmltext", htmlTextOf},
         {"plaintext", plainTextOf},

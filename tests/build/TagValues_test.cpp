@@ -49,6 +49,18 @@ TEST_F(TagValuesTest, AnInvalidConditionIsToldInThePage) {
     EXPECT_EQ(expanded("%%literal:value=x,condition=nonsense,ValueFormat=y%%"), "!INVALID CONDITION TYPE!");
 }
 
+TEST_F(TagValuesTest, TheCommonProviderEscapesTheValuesOfAllTags) {
+    document->common->data["text"] = "<escaped>";
+    makeCurrent(addTopic("Intro"));
+    EXPECT_EQ(expanded("%%literal:value=x,escape=html%%"), "<escaped>");
+    EXPECT_EQ(expanded("%%itemqualifiedname:escape=html%%"), "<escaped>");
+    document->scraps["_BOX"] = "[%%literal%%]";
+    EXPECT_EQ(expanded("%%literal:value=x,escape=html,ValueFormat=@_BOX%%"), "[<escaped>]");
+    // Nothing stays nothing, and what nobody knows stays as it is written.
+    EXPECT_EQ(expanded("%%literal:value=,escape=html%%"), "");
+    EXPECT_EQ(expanded("%%nonsense:escape=html%%"), "%%nonsense:escape=html%%");
+}
+
 TEST_F(TagValuesTest, FormatsGoAroundValuesAndInPlaceOfNothing) {
     document->scraps["_BOLD"] = "<b>%%literal%%</b>";
     document->scraps["_NONE"] = "<i>%%literal%%</i>";
