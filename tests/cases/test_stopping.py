@@ -191,7 +191,7 @@ class OwnTemplates(Build):
         out, err = self.run_program("templates", "--templates", "Mine", status=1)
         self.assertIn("HTML Help", out.splitlines())
         self.assertEqual(out.splitlines()[-1], "Bad\t(broken)")
-        self.assertRegex(err, r"Mine/Bad/template.xml, line 1: expected Namespace or Page, found Pages\n$")
+        self.assertRegex(err, r"Mine/Bad/template.xml, line 1: expected Namespace, Page or SearchIndex, found Pages\n$")
 
     def test_a_folder_that_is_not_there_is_told(self):
         _, err = self.run_program("templates", "--templates", "Nowhere", status=2)
