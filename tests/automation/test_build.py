@@ -342,7 +342,7 @@ class BadInput(BuildCase):
 
     def test_a_broken_template_names_its_file_and_line(self):
         self.template("Plain", '<PageTemplate Name="Plain">\n<Pages/></PageTemplate>')
-        with self.assertFails("template.xml, line 2", "expected Namespace or Page, found Pages"):
+        with self.assertFails("template.xml, line 2", "expected Namespace, Page or SearchIndex, found Pages"):
             self.build()
 
     def test_a_page_of_an_unknown_kind_names_the_line_and_the_kinds_there_are(self):
