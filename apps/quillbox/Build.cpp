@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -9,6 +7,7 @@
 #include "Commands.h"
 #include "Interrupt.h"
 #include "OpenProject.h"
+#include "Terminal.h"
 #include "base/AutomationError.h"
 #include "base/Text.h"
 #include "build/BuildResult.h"
@@ -52,14 +51,6 @@ class NamedFolder : public MessageBoxes {
     std::shared_ptr<MessageBoxes> mOthers;
 };
 
-void showProgress(const std::string& caption, int done, int total) {
-    constexpr int kWidth = 30;
-    const int filled = total > 0 ? kWidth * done / total : 0;
-    std::fprintf(stderr, "\r[%.*s%*s] %d of %d %s\033[K", filled, "##############################",
-                 kWidth - filled, "", done, total, caption.c_str());
-    if (done == total) std::fprintf(stderr, "\r\033[K");
-}
-
 // Follows a build: shows how far it is, and stops it when the user asks for that.
 class Watch {
   public:
@@ -67,7 +58,7 @@ class Watch {
         document.Progress.connect([this](const std::string& caption, int done, int total) {
             mDone = done;
             mTotal = total;
-            if (mIsShown) showProgress(caption, done, total);
+            showProgress(caption, done, total);
             if (Interrupt::Signal() != 0) mDocument.Cancel();
         });
     }
@@ -75,15 +66,14 @@ class Watch {
     int Stopped() const {
         const int signal = Interrupt::Signal();
         if (signal == 0) return kFoundProblems;
-        std::fprintf(stderr, "%squillbox: stopped, with %d of %d pages written\n", mIsShown ? "\r\033[K" : "",
-                     mDone, mTotal);
+        clearProgress();
+        std::fprintf(stderr, "quillbox: stopped, with %d of %d pages written\n", mDone, mTotal);
         constexpr int kEndedBySignal = 128;
         return kEndedBySignal + signal;
     }
 
   private:
     Document& mDocument;
-    const bool mIsShown = isatty(STDERR_FILENO) != 0;
     int mDone = 0, mTotal = 0;
     Interrupt mInterrupt;
 };

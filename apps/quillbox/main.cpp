@@ -2,6 +2,7 @@
 #include <exception>
 
 #include "Commands.h"
+#include "Terminal.h"
 
 int main(int argc, char** argv) {
     using namespace quillbox::cli;
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
     try {
         return run();
     } catch (const std::exception& error) {
+        clearProgress();
         std::fprintf(stderr, "quillbox: %s\n", error.what());
         return kUnusable;
     }

@@ -1,6 +1,5 @@
 #include "links/LinkHelpers.h"
 
-#include "base/AutomationError.h"
 #include "base/Text.h"
 #include "frame/Platform.h"
 
@@ -64,12 +63,6 @@ std::string RemoveEntities(const std::string& source) {
 
 std::string GetLinkText(const std::string& source) {
     return RemoveEntities(source.starts_with(kNoBase) ? source.substr(kNoBase.size()) : source);
-}
-
-bool IsAnchorValid(const Ref<HTMLDocument>& document, const std::string& name) {
-    bool valid = false;
-    ignoringFailures([&] { valid = document->anchors()->item(name) != nullptr; });
-    return valid;
 }
 
 Ref<HTMLDocument> newDocument(const std::string& html) { return platform().html->NewDocument(html); }

@@ -12,8 +12,6 @@ std::string GetLinkText(const std::string& source);
 // Decodes percent escapes, each search from the beginning again, so that "%25" is decoded twice. It is meant
 // so.
 std::string RemoveEntities(const std::string& source);
-// Whether a document has an anchor of that name.
-bool IsAnchorValid(const Ref<HTMLDocument>& document, const std::string& name);
 // A document from the whole text, with nothing added.
 Ref<HTMLDocument> newDocument(const std::string& html);
 // A document with a body and nothing else.

@@ -3,6 +3,7 @@
 #include "base/AutomationError.h"
 #include "base/Text.h"
 #include "frame/Platform.h"
+#include "links/BodyLinks.h"
 #include "links/LinkHelpers.h"
 #include "project/QbProject.h"
 #include "topics/Topic.h"
@@ -13,28 +14,27 @@ namespace {
 
 constexpr std::string_view kPage = ".html";
 
-bool hasAnchor(const Topic& topic, const std::string& bookmark) {
-    return IsAnchorValid(newBodyDocument(topic.TopicSectionData("BodyText")), bookmark);
-}
-
 }  // namespace
 
 void LinkInfo::Load(const Ref<quillbox::Topic>& topic, const Ref<IHTMLElement>& element, bool verify) {
     if (!element) throw AutomationError("An element is needed here");
-    const auto tag = lower(element->tagName());
-    const auto read = [&](const char* attribute) {
-        LinkText.clear();
-        ignoringFailures([&] { LinkText = element->getAttribute(attribute); });
-    };
-    if (tag == "a") {
-        LinkType = ltHyperlink;
-        read("href");
-        LinkCaption = element->innerHTML();
-    } else if (tag == "img") {
-        LinkType = ltImage;
-        read("src");
-        LinkCaption.clear();
-    }
+    if (const auto link = readLink(*element)) take(*link);
+    settle(topic, verify);
+}
+
+void LinkInfo::LoadFound(const Ref<quillbox::Topic>& topic, const FoundLink& link, bool verify) {
+    take(link);
+    settle(topic, verify);
+}
+
+void LinkInfo::take(const FoundLink& link) {
+    LinkType = link.type;
+    LinkText = link.url;
+    LinkCaption = link.caption;
+    mPlaceInBody = link.place;
+}
+
+void LinkInfo::settle(const Ref<quillbox::Topic>& topic, bool verify) {
     Topic = topic;
     LinkText = GetLinkText(LinkText);
     LinkStatus = lsUnverified;
@@ -65,7 +65,7 @@ void LinkInfo::Verify(bool verifyExternalLinks) {
     SplitURL(LinkText, url, bookmark, queryString);
     if (url.empty()) LinkStatus = lsOK;
     if (url.empty() && !bookmark.empty()) {
-        LinkStatus = hasAnchor(*Topic, bookmark) ? lsOK : lsBroken;
+        LinkStatus = bodyLinks(*Topic)->HasAnchor(bookmark) ? lsOK : lsBroken;
         return;
     }
     if (verifyTopic(url, bookmark) || LinkStatus != lsUnverified) return;
@@ -85,7 +85,7 @@ bool LinkInfo::verifyTopic(const std::string& url, const std::string& bookmark) 
     if (!project) throw AutomationError("The topic of this link has no project");
     const auto target = project->TopicByName(name);
     if (!target) return false;
-    LinkStatus = bookmark.empty() || hasAnchor(*target, bookmark) ? lsOK : lsBroken;
+    LinkStatus = bookmark.empty() || bodyLinks(*target)->HasAnchor(bookmark) ? lsOK : lsBroken;
     return true;
 }
 

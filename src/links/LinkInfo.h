@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 #include "base/ItemCollection.h"
@@ -9,6 +11,7 @@
 namespace quillbox {
 
 class Topic;
+struct FoundLink;
 
 // One hyperlink or image reference in the body of a topic.
 class LinkInfo : public Object {
@@ -26,6 +29,9 @@ class LinkInfo : public Object {
     std::string LinkCaption;
 
     void Load(const Ref<quillbox::Topic>& topic, const Ref<IHTMLElement>& element, bool verify = true);
+    void LoadFound(const Ref<quillbox::Topic>& topic, const FoundLink& link, bool verify = true);
+    // Where the link's tag begins in the body of its topic, in bytes, as it was loaded.
+    const std::optional<std::size_t>& PlaceInBody() const { return mPlaceInBody; }
     // Parts that are not found keep what was passed. Whether a query string is looked for goes by this link's
     // own text and not by `source`: it is meant so.
     void SplitURL(const std::string& source, std::string& url, std::string& bookmark,
@@ -36,8 +42,12 @@ class LinkInfo : public Object {
     void ChangeLinkText(const std::string& newURL);
 
   private:
+    void take(const FoundLink& link);
+    void settle(const Ref<quillbox::Topic>& topic, bool verify);
     bool verifyTopic(const std::string& url, const std::string& bookmark);
     void verifyScheme(const std::string& url, bool verifyExternalLinks);
+
+    std::optional<std::size_t> mPlaceInBody;
 };
 
 class LinkInfos : public ItemCollection<LinkInfo> {

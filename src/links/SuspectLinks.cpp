@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "frame/Platform.h"
+#include "links/BodyLinks.h"
 #include "links/LinkHelpers.h"
 #include "links/LinkInfo.h"
 #include "project/QbProject.h"
@@ -11,19 +12,15 @@
 namespace quillbox {
 
 Ref<LinkInfos> Topic::GetSuspectLinks(const Ref<LinkInfos>& addToCollection, Ref<HTMLDocument>& dom) {
-    const auto body = TopicSectionData("BodyText");
-    if (!dom) {
-        dom = newBodyDocument(body);
-    } else {
-        dom->body()->setInnerHTML(body);
-    }
     const auto links = addToCollection ? addToCollection : make<LinkInfos>();
-    for (const auto* tag : {"A", "IMG"}) {
-        for (const auto& element : dom->all()->tags(tag)->Items()) {
-            const auto link = make<LinkInfo>();
-            link->Load(self(this), element);
-            if (link->LinkStatus != lsOK) links->Add(link);
-        }
+    const auto addSuspect = [&](const Ref<LinkInfo>& link) {
+        if (link->LinkStatus != lsOK) links->Add(link);
+    };
+    if (dom) {
+        dom->body()->setInnerHTML(TopicSectionData("BodyText"));
+        eachLink(self(this), readLinks(*dom), addSuspect);
+    } else {
+        eachLink(self(this), *bodyLinks(*this), addSuspect);
     }
     dom = nullptr;
     return links;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +29,10 @@ class IHTMLElement : public Object {
     virtual void setOuterHTML(const std::string& html) = 0;
     // The plain text of the element.
     virtual std::string outerText() const = 0;
+
+    // How many bytes of the body's content, as it was last put, stand in front of the start tag, where a
+    // character that HTML cannot hold counts as U+FFFD. None where the tag does not stand there.
+    virtual std::optional<std::size_t> placeInBody() const = 0;
 };
 
 class IHTMLElementCollection : public Object {
@@ -38,6 +44,8 @@ class IHTMLElementCollection : public Object {
     virtual Ref<IHTMLElementCollection> tags(const std::string& name) const = 0;
     // The element of that name; none where there is no such element.
     virtual Ref<IHTMLElement> item(const std::string& name) const = 0;
+    // Every name under which `item` finds an element.
+    virtual std::vector<std::string> names() const = 0;
     virtual std::vector<Ref<IHTMLElement>> Items() const = 0;
     virtual int length() const = 0;
 };

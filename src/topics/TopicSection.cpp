@@ -10,6 +10,7 @@ namespace quillbox {
 
 void TopicSection::SetData(const std::string& data) {
     mData = data;
+    mLinks = nullptr;
     const auto topic = Topic();
     if (topic && !topic->PauseEvents()) topic->FireTopicSectionChanged(self(this));
 }

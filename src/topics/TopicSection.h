@@ -1,6 +1,8 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "base/ItemCollection.h"
 
@@ -8,6 +10,7 @@ namespace quillbox {
 
 class Topic;
 class TopicSectionDef;
+struct BodyLinks;
 
 // One named part of a topic's content, normally HTML.
 class TopicSection : public Object {
@@ -29,10 +32,15 @@ class TopicSection : public Object {
     void SetTopicSectionDef(const Ref<quillbox::TopicSectionDef>& def);
     const std::string& DefKey() const { return mTopicSectionDefKey; }
 
+    // The links that were read out of the text; none when the text is another since.
+    const std::shared_ptr<const BodyLinks>& Links() const { return mLinks; }
+    void SetLinks(std::shared_ptr<const BodyLinks> links) { mLinks = std::move(links); }
+
   private:
     ObjectReference<quillbox::Topic> mTopic;
     std::string mData;
     std::string mTopicSectionDefKey;
+    std::shared_ptr<const BodyLinks> mLinks;
 };
 
 class TopicSections : public ItemCollection<TopicSection> {

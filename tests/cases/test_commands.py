@@ -1,5 +1,4 @@
 import json
-import re
 import unittest
 
 from support import HANDBOOK, Case
@@ -42,26 +41,6 @@ class Convert(Case):
 
     def test_needs_to_know_the_type(self):
         self.run_program("convert", self.handbook(), status=2)
-
-
-class Links(Case):
-    def test_the_handbook_has_no_broken_link(self):
-        out, _ = self.run_program("links", self.handbook())
-        self.assertEqual(out, "")
-
-    def test_links_broken_by_hand_are_named(self):
-        project = self.handbook()
-        topics = sorted((project.parent / "TopicData").iterdir())
-        broken = 0
-        for topic in topics:
-            text, count = re.subn(r'href="[A-Z]\w+\.html"', f'href="Gone{broken}.html"', topic.read_text(), count=1)
-            if broken < 3 and count:
-                topic.write_text(text)
-                broken += 1
-        self.assertEqual(broken, 3)
-        out, _ = self.run_program("links", project, status=1)
-        self.assertEqual(sorted(line.split("\t")[3] for line in out.splitlines()),
-                         ["Gone0.html", "Gone1.html", "Gone2.html"])
 
 
 class New(Case):

@@ -38,6 +38,8 @@ TEST_F(HtmlElements, TagsAreFoundWhateverTheirCase) {
     EXPECT_EQ(document->all()->tags("A")->length(), 2);
     EXPECT_EQ(document->all()->tags("a")->length(), 2);
     EXPECT_EQ(document->all()->tags("a")->tags("abbr")->length(), 0);
+    EXPECT_EQ(document->all()->tags("a")->tags("A")->length(), 2);
+    EXPECT_EQ(document->all()->tags("a")->tags("abbr")->tags("a")->length(), 0);
     EXPECT_EQ(document->all()->tags("")->length(), 0);
 }
 
@@ -57,6 +59,9 @@ TEST_F(HtmlElements, AnchorsAreTheNamedOnesAlone) {
     EXPECT_TRUE(document->anchors()->item("two"));
     EXPECT_FALSE(document->anchors()->item("three"));
     EXPECT_FALSE(document->anchors()->item("four"));
+    EXPECT_FALSE(document->anchors()->item("One"));
+    EXPECT_THAT(document->anchors()->names(), ElementsAre("one", "two"));
+    EXPECT_THAT(document->all()->names(), ElementsAre("one", "two", "three", "four"));
 }
 
 TEST_F(HtmlElements, NamesOfAnchorsAreDecoded) {
@@ -142,6 +147,23 @@ TEST_F(HtmlElements, DocumentElementIsTheWholeText) {
     EXPECT_EQ(root->tagName(), "HTML");
     EXPECT_EQ(root->outerHTML(), html);
     EXPECT_EQ(root->innerHTML(), "<body>x</body>");
+}
+
+TEST_F(HtmlElements, APlaceIsCountedInTheContentOfTheBody) {
+    const auto placeOf = [&](const Ref<HTMLDocument>& document) {
+        return firstOf(document, "a")->placeInBody();
+    };
+    EXPECT_EQ(placeOf(documentOf("<html><body>x <A href=y>z</a></body></html>")), 2u);
+    EXPECT_EQ(placeOf(documentOf("x <a>z</a>")), 2u);
+    EXPECT_EQ(placeOf(documentOf("<!doctype html><title>t</title><body class=k>\r\n<a>z</a>")), 2u);
+    const auto document = documentOf("<base href='/p/'><body>old");
+    document->body()->setInnerHTML("new <a>z</a>");
+    EXPECT_EQ(placeOf(document), 4u);
+    const auto link = firstOf(document, "a");
+    document->body()->setInnerHTML("newer");
+    EXPECT_EQ(link->placeInBody(), std::nullopt);
+    EXPECT_EQ(document->body()->placeInBody(), std::nullopt);
+    EXPECT_EQ(firstOf(documentOf("<p>x"), "head")->placeInBody(), std::nullopt);
 }
 
 TEST_F(HtmlElements, OneNodeIsOneObject) {

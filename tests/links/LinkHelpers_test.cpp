@@ -45,6 +45,20 @@ TEST_F(LinkHelpers, TheMarkOfADocumentWithoutABaseIsTakenOff) {
     EXPECT_EQ(GetLinkText("about:blankabout:blanka%20b"), "about:blanka b");
 }
 
+TEST_F(LinkHelpers, ADocumentIsMadeOfTheWholeTextAndNothingAdded) {
+    const std::string html = "<html><head></head><body>x</body></html>";
+    EXPECT_EQ(newDocument(html)->documentElement()->outerHTML(), html);
+    EXPECT_EQ(newBodyDocument("<a href=y>x</a>")->documentElement()->outerHTML(),
+              "<html><body><a href=y>x</a></body></html>");
+}
+
+// What it gets is not looked at: a whole document comes to stand inside the body.
+TEST_F(LinkHelpers, ADocumentOfTheProjectTakesWhatItGetsUnescaped) {
+    EXPECT_EQ(
+        project->NewDOM("<html><body>x</body></html>")->documentElement()->outerHTML(),
+        "<html><head><base href=\"/work/manual/\"/></head><body><html><body>x</body></html></body></html>");
+}
+
 TEST_F(LinkHelpers, AnAddressLosesTheFolderOfTheProject) {
     EXPECT_EQ(project->ParseURL("file:///work/manual/x%20y.html"), "x y.html");
     EXPECT_EQ(project->ParseURL("FILE:///WORK/Manual/x.html#a%20b"), "x.html#a b");
@@ -52,6 +66,8 @@ TEST_F(LinkHelpers, AnAddressLosesTheFolderOfTheProject) {
     EXPECT_EQ(project->ParseURL("file:///work/other/x%41"), "file:///work/other/x%41");
     EXPECT_EQ(project->ParseURL("https://example.org/%20"), "https://example.org/ ");
     EXPECT_EQ(project->ParseURL(""), "");
+    project->Filename->SetPath("c:\\proj\\Manual.qbp");
+    EXPECT_EQ(project->ParseURL("file:///C:/Proj/x%20y.html"), "x y.html");
 }
 
 }  // namespace

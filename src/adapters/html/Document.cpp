@@ -1,5 +1,7 @@
 #include "adapters/html/Document.h"
 
+#include <algorithm>
+
 #include "adapters/html/CleanText.h"
 #include "adapters/html/Element.h"
 #include "adapters/html/ElementCollection.h"
@@ -35,18 +37,36 @@ bool endsDocument(const Node& element) { return element.name == "body" || elemen
 Document::Document(std::shared_ptr<Parser> parser, const std::string& html)
     : mParser(std::move(parser)), mMarkup(mParser->Document(html)) {}
 
-Ref<IHTMLElementCollection> Document::all() {
-    return make<ElementCollection>(self(this), [](const Node&) { return true; });
+bool ElementFilter::Passes(const Node& node) const {
+    if (node.kind != Kind::Element || none) return false;
+    return (!tag || sameName(node.name, *tag)) && (!anchors || isAnchor(node));
 }
 
-Ref<IHTMLElementCollection> Document::anchors() { return make<ElementCollection>(self(this), isAnchor); }
+Ref<IHTMLElementCollection> Document::all() { return make<ElementCollection>(self(this), ElementFilter()); }
+
+Ref<IHTMLElementCollection> Document::anchors() {
+    return make<ElementCollection>(self(this), ElementFilter{std::nullopt, true});
+}
 
 Ref<IHTMLElement> Document::body() {
+    auto* const body = Body();
+    return body ? ElementOf(*body) : nullptr;
+}
+
+Node* Document::Body() const {
     auto* const html = FirstChild(Root(), "html");
     if (!html) return nullptr;
     auto* const body = FirstChild(*html, "body");
-    auto* const either = body ? body : FirstChild(*html, "frameset");
-    return either ? ElementOf(*either) : nullptr;
+    return body ? body : FirstChild(*html, "frameset");
+}
+
+std::optional<std::size_t> Document::PlaceInBody(const Node& element) const {
+    const auto* const body = Body();
+    if (!body || !element.tag || element.tag->begin == element.tag->end) return std::nullopt;
+    // Content that was put in is a text of its own.
+    const std::size_t start = body->inner == body->markup ? body->openEnd : 0;
+    if (element.markup != body->inner || element.tag->begin < start) return std::nullopt;
+    return element.tag->begin - start;
 }
 
 Ref<IHTMLElement> Document::documentElement() {
@@ -71,21 +91,23 @@ Ref<IHTMLElement> Document::ElementOf(Node& node) {
     return element;
 }
 
-std::vector<Node*> Document::Select(const std::function<bool(const Node&)>& passes) const {
+std::vector<Node*> Document::Select(const ElementFilter& filter) const {
     std::vector<Node*> selected;
     auto& root = mMarkup->Root();
     for (auto* at = following(root, root); at; at = following(*at, root)) {
-        if (at->kind == Kind::Element && passes(*at)) selected.push_back(at);
+        if (filter.Passes(*at)) selected.push_back(at);
     }
     return selected;
 }
 
 std::string Document::Resolve(const std::string& address) {
     if (!mBaseKnown) {
-        const auto bases = Select([](const Node& element) {
-            return element.name == "base" && element.tag && element.tag->Find("href");
+        const auto bases = Select({"base"});
+        const auto addressed = std::find_if(bases.begin(), bases.end(), [](const Node* base) {
+            return base->tag && base->tag->Find("href");
         });
-        mBase = bases.empty() ? BaseAddress() : BaseAddress(bases.front()->tag->Find("href")->value);
+        mBase =
+            addressed == bases.end() ? BaseAddress() : BaseAddress((*addressed)->tag->Find("href")->value);
         mBaseKnown = true;
     }
     return mBase.Resolve(address);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -14,6 +14,15 @@
 namespace quillbox::html {
 
 class Element;
+
+// Which elements of a document somebody asks for.
+struct ElementFilter {
+    std::optional<std::string> tag;  // in any case
+    bool anchors = false;            // those alone that a link may lead to
+    bool none = false;
+
+    bool Passes(const Node& node) const;
+};
 
 // Owns the markup; hands out one object for each node as long as somebody holds it.
 class Document : public HTMLDocument {
@@ -29,8 +38,9 @@ class Document : public HTMLDocument {
     void Forget(const Node& node) { mElements.erase(&node); }
 
     const Node& Root() const { return mMarkup->Root(); }
+    std::optional<std::size_t> PlaceInBody(const Node& element) const;
     // The elements that pass, in document order.
-    std::vector<Node*> Select(const std::function<bool(const Node&)>& passes) const;
+    std::vector<Node*> Select(const ElementFilter& filter) const;
 
     std::string Resolve(const std::string& address);
     void SetAttribute(Node& element, const std::string& name, const std::string& value);
@@ -40,6 +50,7 @@ class Document : public HTMLDocument {
   private:
     std::shared_ptr<Markup> ParseFor(const Node& parent, const std::string& html);
     Node* FirstChild(const Node& parent, std::string_view name) const;
+    Node* Body() const;
 
     std::shared_ptr<Parser> mParser;
     std::shared_ptr<Markup> mMarkup;

@@ -59,4 +59,6 @@ void Element::setOuterHTML(const std::string& html) { mDocument->Replace(mNode, 
 
 std::string Element::outerText() const { return plainText(mNode); }
 
+std::optional<std::size_t> Element::placeInBody() const { return mDocument->PlaceInBody(mNode); }
+
 }  // namespace quillbox::html

@@ -23,6 +23,7 @@ class Element : public IHTMLElement {
     std::string outerHTML() const override;
     void setOuterHTML(const std::string& html) override;
     std::string outerText() const override;
+    std::optional<std::size_t> placeInBody() const override;
 
   private:
     Ref<Document> mDocument;

@@ -8,7 +8,8 @@ namespace quillbox::html {
 namespace {
 
 using Index = std::uint32_t;
-constexpr Index kNone = static_cast<Index>(-1);
+using Place = NodePlace;
+constexpr Index kNone = NodePlace::kNone;
 
 bool isHeading(std::string_view name) {
     return name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6';
@@ -34,11 +35,12 @@ Node* commonAncestor(Node* a, Node* b) {
 
 class Layout {
   public:
-    Layout(Markup& markup, std::vector<Token>& tokens) : mMarkup(markup), mTokens(tokens) {}
+    Layout(Markup& markup, std::vector<Token>& tokens, LayoutSpace& space)
+        : mMarkup(markup), mTokens(tokens), mSpace(space) {}
 
     void Run() {
         CloseBody();
-        mPlaces.resize(mMarkup.nodes.size());
+        mSpace.places.assign(mMarkup.nodes.size(), {});
         FindLastOpened();
         MatchEndTags();
         Gather();
@@ -48,20 +50,8 @@ class Layout {
     }
 
   private:
-    // By tokens: the first and the last of a node and of all below it, its own, and how many.
-    struct Place {
-        Index open = kNone;
-        Index close = kNone;
-        Index first = kNone;
-        Index last = kNone;
-        Index count = 0;
-        Index lastOpened = 0;       // the last that opened something in it, and one
-        Index firstOfNext = kNone;  // while gathering: of the child to the right
-        bool disordered = false;
-    };
-
     Place& PlaceOf(const Node& node) {
-        return mPlaces[static_cast<std::size_t>(&node - mMarkup.nodes.data())];
+        return mSpace.places[static_cast<std::size_t>(&node - mMarkup.nodes.data())];
     }
 
     // The body ends at the last of its end tags. The parser takes the white space behind it for content and
@@ -144,8 +134,7 @@ class Layout {
         for (Index index = 0; index < mTokens.size(); ++index) {
             auto& token = mTokens[index];
             if (token.node) {
-                current = token.node->kind == Kind::Element && !isVoid(token.node->name) ? token.node
-                                                                                         : token.node->parent;
+                current = MayHoldMore(*token.node) ? token.node : token.node->parent;
                 continue;
             }
             if (token.kind != Token::Kind::End) continue;
@@ -161,6 +150,11 @@ class Layout {
         }
     }
 
+    static bool MayHoldMore(const Node& node) {
+        if (node.kind != Kind::Element) return false;
+        return (node.firstChild && node.space == Space::Html) || !isVoid(node.name);
+    }
+
     static Node* OpenElement(Node& from, std::string_view name) {
         for (auto* at = &from; at && at->kind == Kind::Element; at = at->parent) {
             if (closesByName(name, at->name)) return at;
@@ -171,7 +165,9 @@ class Layout {
 
     // Adds up the tokens of each node from the leaves, and sees whether they are one run.
     void Gather() {
-        std::vector<Index> ownedBefore(mTokens.size() + 1, 0);
+        auto& ownedBefore = mSpace.ownedBefore;
+        ownedBefore.resize(mTokens.size() + 1);
+        ownedBefore[0] = 0;
         for (Index index = 0; index < mTokens.size(); ++index) {
             const bool owned = mTokens[index].node || mTokens[index].closes;
             ownedBefore[index + 1] = ownedBefore[index] + (owned ? 1 : 0);
@@ -222,8 +218,8 @@ class Layout {
 
     void Measure() {
         std::uint32_t done = 0;
-        std::vector<std::uint32_t> doneBefore;
-        doneBefore.reserve(mTokens.size());
+        auto& doneBefore = mSpace.doneBefore;
+        doneBefore.clear();
         for (const auto& token : mTokens) {
             doneBefore.push_back(done);
             if (token.node) {
@@ -238,21 +234,21 @@ class Layout {
             if (token.node || token.closes) done = token.end;
         }
         for (auto& node : mMarkup.nodes) {
-            if (node.parent) MeasureImplied(node, doneBefore);
+            if (node.parent) MeasureImplied(node);
         }
         auto& root = mMarkup.Root();
         root.tailBegin = done;
         root.closeBegin = root.end = static_cast<std::uint32_t>(mMarkup.source.size());
     }
 
-    void MeasureImplied(Node& node, const std::vector<std::uint32_t>& doneBefore) {
+    void MeasureImplied(Node& node) {
         const auto& place = PlaceOf(node);
         if (place.count == 0) {
             const auto where = node.previous ? node.previous->end : node.parent->openEnd;
             node.leadBegin = node.begin = node.openEnd = node.tailBegin = node.closeBegin = node.end = where;
             return;
         }
-        if (place.open == kNone) node.leadBegin = node.begin = node.openEnd = doneBefore[place.first];
+        if (place.open == kNone) node.leadBegin = node.begin = node.openEnd = mSpace.doneBefore[place.first];
         if (place.close == kNone) node.tailBegin = node.closeBegin = node.end = mTokens[place.last].end;
     }
 
@@ -265,11 +261,13 @@ class Layout {
 
     Markup& mMarkup;
     std::vector<Token>& mTokens;
-    std::vector<Place> mPlaces;
+    LayoutSpace& mSpace;
 };
 
 }  // namespace
 
-void layOut(Markup& markup, std::vector<Token>& tokens) { Layout(markup, tokens).Run(); }
+void layOut(Markup& markup, std::vector<Token>& tokens, LayoutSpace& space) {
+    Layout(markup, tokens, space).Run();
+}
 
 }  // namespace quillbox::html

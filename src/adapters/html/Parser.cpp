@@ -2,9 +2,11 @@
 
 #include <myhtml/api.h>
 
+#include <algorithm>
 #include <new>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "adapters/html/CleanText.h"
 #include "adapters/html/Layout.h"
@@ -15,7 +17,7 @@ namespace quillbox::html {
 
 namespace {
 
-// The library's tree is made anew behind a source of this size, to give its memory back.
+// The library's tree and our tables are made anew behind a source of this size, to give their memory back.
 constexpr std::size_t kKeepUpTo = std::size_t{256} << 10;
 
 struct FreeLibrary {
@@ -37,12 +39,18 @@ class Copy {
 
     void From(myhtml_tree_node_t* top) {
         constexpr std::size_t kOurOwn = 3;
-        mMarkup.nodes.reserve(CountFrom(top) + kOurOwn);
-        auto& root = Add(Kind::Root);
-        if (top) myhtml_node_set_data(myhtml_node_parent(top), &root);
+        mMarkup.nodes.reserve(mReading.MostNodes() + kOurOwn);
+        mMarkup.tags.reserve(mReading.MostNodes());
+        auto* parent = &Add(Kind::Root);
         for (auto* at = top; at;) {
-            Take(*at, *static_cast<Node*>(myhtml_node_get_data(myhtml_node_parent(at))));
-            at = Following(at, top);
+            auto& node = Take(*at, *parent);
+            if (auto* const child = myhtml_node_child(at)) {
+                at = child;
+                parent = &node;
+                ++mDepth;
+            } else {
+                at = Beyond(at, parent);
+            }
         }
     }
 
@@ -63,30 +71,28 @@ class Copy {
         return node;
     }
 
-    static myhtml_tree_node_t* Following(myhtml_tree_node_t* node, myhtml_tree_node_t* top) {
-        if (auto* const child = myhtml_node_child(node)) return child;
-        auto* const root = myhtml_node_parent(top);
-        while (node != root && !myhtml_node_next(node)) node = myhtml_node_parent(node);
-        return node == root ? nullptr : myhtml_node_next(node);
-    }
-
-    std::size_t CountFrom(myhtml_tree_node_t* top) const {
-        std::size_t count = 0;
-        for (auto* at = top; at; at = Following(at, top)) {
-            const auto* joined = mReading.JoinedTo(*at);
-            count += 1 + (joined ? joined->size() : 0);
+    // The next node that is not below this one; `parent` becomes ours of it.
+    myhtml_tree_node_t* Beyond(myhtml_tree_node_t* node, Node*& parent) {
+        for (;;) {
+            if (auto* const next = myhtml_node_next(node)) return next;
+            if (mDepth == 0) return nullptr;
+            --mDepth;
+            node = myhtml_node_parent(node);
+            parent = parent->parent;
         }
-        return count;
     }
 
+    // Nodes point at each other, so that they must stay where they are.
     Node& Add(Kind kind) {
+        if (mMarkup.nodes.size() == mMarkup.nodes.capacity())
+            throw AutomationError("The HTML parser made more nodes than it told of");
         auto& node = mMarkup.nodes.emplace_back();
         node.kind = kind;
         node.markup = node.inner = &mMarkup;
         return node;
     }
 
-    void Take(myhtml_tree_node_t& source, Node& parent) {
+    Node& Take(myhtml_tree_node_t& source, Node& parent) {
         auto* const token = mReading.TokenOf(source);
         switch (myhtml_node_tag_id(&source)) {
             case MyHTML_TAG__TEXT:
@@ -100,17 +106,18 @@ class Copy {
         }
     }
 
-    void Place(Node& node, Token* token, Node& parent) {
+    static Node& Place(Node& node, Token* token, Node& parent) {
         append(parent, node);
         if (token && !token->node) token->node = &node;
+        return node;
     }
 
-    void TakeText(myhtml_tree_node_t& source, Token* token, Node& parent) {
+    Node& TakeText(myhtml_tree_node_t& source, Token* token, Node& parent) {
         auto& node = Add(Kind::Text);
         Place(node, token, parent);
         if (token && token->node == &node) SetText(node, *token);
         const auto* joined = mReading.JoinedTo(source);
-        if (!joined) return;
+        if (!joined) return node;
         auto* last = &node;
         for (const auto index : *joined) {
             auto& itsToken = mReading.Tokens()[index];
@@ -120,6 +127,7 @@ class Copy {
             SetText(more, itsToken);
             last = &more;
         }
+        return node;
     }
 
     static void SetText(Node& node, const Token& token) {
@@ -127,9 +135,8 @@ class Copy {
         node.textEnd = token.textEnd;
     }
 
-    void TakeElement(myhtml_tree_node_t& source, Token* token, Node& parent) {
+    Node& TakeElement(myhtml_tree_node_t& source, Token* token, Node& parent) {
         auto& node = Add(Kind::Element);
-        myhtml_node_set_data(&source, &node);
         node.name = NameOf(source);
         switch (myhtml_node_namespace(&source)) {
             case MyHTML_NAMESPACE_SVG:
@@ -142,22 +149,24 @@ class Copy {
                 break;
         }
         append(parent, node);
-        const auto depth = depthOf(node);
+        const auto depth = mDepth + 1;
         if (depth > kDeepest) throw AutomationError("The HTML nests deeper than 500 elements");
         if (depth > mMarkup.depth) mMarkup.depth = depth;
         if (token && token->node) return Share(node, *token->node);
         node.tag = &mMarkup.tags.emplace_back();
         TakeAttributes(source, *node.tag);
-        if (!token) return;
+        if (!token) return node;
         token->node = &node;
         node.tag->begin = token->begin;
         node.tag->end = token->end;
+        return node;
     }
 
     // The parser made two elements of one start tag.
-    static void Share(Node& node, Node& first) {
+    static Node& Share(Node& node, Node& first) {
         node.tag = first.tag;
         node.scattered = first.scattered = true;
+        return node;
     }
 
     std::string_view NameOf(myhtml_tree_node_t& source) {
@@ -171,15 +180,27 @@ class Copy {
     static void TakeAttributes(myhtml_tree_node_t& source, StartTag& tag) {
         std::unordered_set<std::string> seen;
         for (auto* at = myhtml_node_attribute_first(&source); at; at = myhtml_attribute_next(at)) {
-            std::size_t length = 0;
             auto name = NameOf(*at);
-            // The first of two alike holds.
-            if (!seen.empty() || myhtml_attribute_next(at)) {
-                if (!seen.insert(name).second) continue;
-            }
+            if (IsSecond(name, tag, seen)) continue;
+            std::size_t length = 0;
             const auto* value = myhtml_attribute_value(at, &length);
             tag.attributes.push_back({std::move(name), value ? std::string(value, length) : std::string()});
         }
+    }
+
+    // The first of two alike holds. A table is made for many alone.
+    static bool IsSecond(const std::string& name, const StartTag& tag,
+                         std::unordered_set<std::string>& seen) {
+        constexpr std::size_t kFew = 16;
+        const auto& all = tag.attributes;
+        if (all.size() < kFew) {
+            return std::any_of(all.begin(), all.end(),
+                               [&](const Attribute& one) { return one.name == name; });
+        }
+        if (seen.empty()) {
+            for (const auto& one : all) seen.insert(one.name);
+        }
+        return !seen.insert(name).second;
     }
 
     // The library takes a prefix off, as in "xlink:href".
@@ -202,6 +223,7 @@ class Copy {
     Reading& mReading;
     myhtml_tree_t& mTree;
     Markup& mMarkup;
+    std::size_t mDepth = 0;  // of the parent
 };
 
 std::shared_ptr<Markup> startMarkup(std::string_view html) {
@@ -217,6 +239,8 @@ std::shared_ptr<Markup> startMarkup(std::string_view html) {
 struct Parser::Library {
     std::unique_ptr<myhtml_t, FreeLibrary> library{orOutOfMemory(myhtml_create())};
     std::unique_ptr<myhtml_tree_t, FreeLibrary> tree;
+    std::vector<Token> tokens;
+    LayoutSpace layoutSpace;
 
     Library() {
         if (myhtml_init(library.get(), MyHTML_OPTIONS_PARSE_MODE_SINGLE, 1, 0) != MyHTML_STATUS_OK) {
@@ -233,12 +257,17 @@ struct Parser::Library {
             used.reset(orOutOfMemory(myhtml_tree_create()));
             if (myhtml_tree_init(used.get(), library.get()) != MyHTML_STATUS_OK) throw std::bad_alloc();
         }
-        Reading reading(*used, *markup);
+        Reading reading(*used, *markup, tokens);
         Copy copy(reading, *used, *markup);
         copy.From(read(reading, *used));
         if (document) copy.AddBody();
-        layOut(*markup, reading.Tokens());
-        if (html.size() <= kKeepUpTo) tree = std::move(used);
+        layOut(*markup, tokens, layoutSpace);
+        if (html.size() <= kKeepUpTo) {
+            tree = std::move(used);
+        } else {
+            tokens = {};
+            layoutSpace = {};
+        }
         return markup;
     }
 };

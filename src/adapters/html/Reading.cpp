@@ -71,6 +71,8 @@ myhtml_namespace_t spaceOf(Space space) {
 template <class Parse>
 void Reading::Run(std::size_t size, Parse&& parse) {
     checkNames(mMarkup.source);
+    mTokens.clear();
+    mMarkup.text.reserve(size);
     if (mMarkup.source.starts_with(kByteOrderMark)) mOffset = kByteOrderMark.size();
     myhtml_callback_after_token_done_set(
         &mTree,
@@ -114,8 +116,8 @@ bool Reading::SwallowsEndTags() const {
 
 void Reading::StartAgain() {
     mMarkup.text.clear();
-    mTokens.clear();
     mJoined.clear();
+    mJoinedCount = 0;
     mLastInserted = nullptr;
     mAfterPre = false;
     mInserted = mRootAttributes = 0;
@@ -199,7 +201,10 @@ void Reading::Inserted(myhtml_tree_node_t& node) {
     mLastInserted = &node;
     auto* const token = myhtml_node_token(&node);
     if (token && token == mOpenText) mOpenText = nullptr;
-    if (token && token == mSettledText && mSettledPlace) mJoined[mSettledPlace].pop_back();
+    if (token && token == mSettledText && mSettledPlace) {
+        mJoined[mSettledPlace].pop_back();
+        --mJoinedCount;
+    }
     auto* const parent = myhtml_node_parent(&node);
     const auto depth = parent ? reinterpret_cast<std::size_t>(myhtml_node_get_data(parent)) + 1 : 1;
     myhtml_node_set_data(&node, reinterpret_cast<void*>(depth));
@@ -213,7 +218,9 @@ void Reading::Inserted(myhtml_tree_node_t& node) {
 void Reading::SettleText() {
     mSettledText = std::exchange(mOpenText, nullptr);
     mSettledPlace = mSettledText ? PlaceOfText() : nullptr;
-    if (mSettledPlace) mJoined[mSettledPlace].push_back(mTokens.size() - 1);
+    if (!mSettledPlace) return;
+    mJoined[mSettledPlace].push_back(mTokens.size() - 1);
+    ++mJoinedCount;
 }
 
 myhtml_tree_node_t* Reading::PlaceOfText() const {
@@ -253,6 +260,7 @@ Token* Reading::TokenOf(myhtml_tree_node_t& node) {
 }
 
 const std::vector<std::size_t>* Reading::JoinedTo(myhtml_tree_node_t& text) const {
+    if (mJoined.empty()) return nullptr;
     const auto found = mJoined.find(&text);
     return found == mJoined.end() ? nullptr : &found->second;
 }

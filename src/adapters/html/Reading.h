@@ -16,8 +16,9 @@ namespace quillbox::html {
 // them. Input that would take time or memory beyond its size ends the run and fails.
 class Reading {
   public:
-    // Fills the markup's text; its source must be there.
-    Reading(myhtml_tree_t& tree, Markup& markup) : mTree(tree), mMarkup(markup) {}
+    // Fills the markup's text and the tokens; the source must be there.
+    Reading(myhtml_tree_t& tree, Markup& markup, std::vector<Token>& tokens)
+        : mTree(tree), mMarkup(markup), mTokens(tokens) {}
 
     // Where something that never ends, such as a comment, swallows the end tags of the body and the document,
     // these count all the same: what stands in the body is then what its author wrote.
@@ -25,6 +26,8 @@ class Reading {
     void Fragment(std::string_view name, Space space);
 
     std::vector<Token>& Tokens() { return mTokens; }
+    // The tree has this many nodes at most, with the texts that were joined to others.
+    std::size_t MostNodes() const { return mInserted + mJoinedCount; }
     // The token of which a node was made; null for an element that the source only implies.
     Token* TokenOf(myhtml_tree_node_t& node);
     // The texts that the library joins to the text of this node.
@@ -46,9 +49,10 @@ class Reading {
     myhtml_tree_t& mTree;
     Markup& mMarkup;
     std::size_t mOffset = 0;
-    std::vector<Token> mTokens;
+    std::vector<Token>& mTokens;
     std::size_t mCursor = 0;  // nodes are mostly asked for in the order of their tokens
     std::unordered_map<myhtml_tree_node_t*, std::vector<std::size_t>> mJoined;
+    std::size_t mJoinedCount = 0;
     myhtml_token_node_t* mOpenText = nullptr;     // the last token, where it is a text without a node so far
     myhtml_token_node_t* mSettledText = nullptr;  // the one before, which a table may still give a node
     myhtml_tree_node_t* mSettledPlace = nullptr;

@@ -94,16 +94,6 @@ Markup::~Markup() {
     }
 }
 
-const Node* followingBeyond(const Node& node, const Node& top) {
-    const auto* at = &node;
-    while (at != &top && !at->next) at = at->parent;
-    return at == &top ? nullptr : at->next;
-}
-
-const Node* following(const Node& node, const Node& top) {
-    return node.firstChild ? node.firstChild : followingBeyond(node, top);
-}
-
 std::size_t depthOf(const Node& node) {
     std::size_t depth = 0;
     for (const auto* at = &node; at && at->kind == Kind::Element; at = at->parent) ++depth;
@@ -146,7 +136,7 @@ void replaceNode(Node& element, std::shared_ptr<Markup> fragment) {
 }
 
 void setAttribute(Node& element, const std::string& name, const std::string& value) {
-    if (!element.tag) element.tag = &element.markup->tags.emplace_back();
+    if (!element.tag) element.tag = &element.markup->addedTags.emplace_back();
     if (element.tag->begin == element.tag->end && !element.rebuilt) {
         if (element.scattered) openForEditing(element);
         element.rebuilt = true;

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -80,7 +80,8 @@ struct Markup : std::enable_shared_from_this<Markup> {
     std::string source;
     std::string text;  // of all text nodes, entities decoded
     std::vector<Node> nodes;
-    std::deque<StartTag> tags;
+    std::vector<StartTag> tags;             // of the source: never more than are reserved
+    std::list<StartTag> addedTags;          // of elements without one that got an attribute later
     std::unordered_set<std::string> names;  // of the elements that HTML does not know
     std::size_t depth = 0;
 
@@ -97,10 +98,16 @@ struct Markup : std::enable_shared_from_this<Markup> {
     Node& Root() { return nodes.front(); }
 };
 
-// The node after this one in document order, inside `top`; null at the end.
-const Node* following(const Node& node, const Node& top);
-// The same without what is below the node.
-const Node* followingBeyond(const Node& node, const Node& top);
+// The node after this one and all below it in document order, inside `top`; null at the end.
+inline const Node* followingBeyond(const Node& node, const Node& top) {
+    const auto* at = &node;
+    while (at != &top && !at->next) at = at->parent;
+    return at == &top ? nullptr : at->next;
+}
+// The node after this one.
+inline const Node* following(const Node& node, const Node& top) {
+    return node.firstChild ? node.firstChild : followingBeyond(node, top);
+}
 inline Node* following(Node& node, const Node& top) {
     return const_cast<Node*>(following(static_cast<const Node&>(node), top));
 }
