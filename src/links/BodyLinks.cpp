@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/AutomationError.h"
 #include "base/Text.h"
 #include "links/LinkHelpers.h"
 #include "links/LinkInfo.h"
@@ -21,11 +20,11 @@ std::optional<FoundLink> readLink(const IHTMLElement& element) {
     FoundLink link;
     link.place = element.placeInBody();
     if (tag == "a") {
-        ignoringFailures([&] { link.url = element.getAttribute("href"); });
+        link.url = element.findAttribute("href").value_or("");
         link.caption = element.innerHTML();
     } else {
         link.type = ltImage;
-        ignoringFailures([&] { link.url = element.getAttribute("src"); });
+        link.url = element.findAttribute("src").value_or("");
     }
     return link;
 }

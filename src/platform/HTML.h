@@ -20,6 +20,8 @@ class IHTMLElement : public Object {
     // Fails for an absent attribute. A relative `href` or `src` comes back resolved against the document's
     // base, or behind "about:blank" where there is no base.
     virtual std::string getAttribute(const std::string& name) const = 0;
+    // The same, with none for an absent attribute.
+    virtual std::optional<std::string> findAttribute(const std::string& name) const = 0;
     virtual void setAttribute(const std::string& name, const std::string& value) = 0;
 
     virtual std::string innerHTML() const = 0;

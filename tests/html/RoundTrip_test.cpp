@@ -43,6 +43,16 @@ TEST_F(HtmlRoundTrip, HostileBodiesComeBackToTheByte) {
     }
 }
 
+// What one leaves open meets what the next one holds.
+TEST_F(HtmlRoundTrip, HostileBodiesBehindEachOtherComeBackToTheByte) {
+    for (const auto& first : hostileBodies()) {
+        for (const auto& second : hostileBodies()) {
+            const auto body = first + second;
+            ASSERT_EQ(whole(documentOf(body)), body);
+        }
+    }
+}
+
 TEST_F(HtmlRoundTrip, ContentOfTheBodyComesBackAsItWasPut) {
     const auto document = documentOf("<html><head><base href=\"/p/\"/></head><body>old</body></html>");
     for (const auto& body : hostileBodies()) {

@@ -39,7 +39,9 @@ Document::Document(std::shared_ptr<Parser> parser, const std::string& html)
 
 bool ElementFilter::Passes(const Node& node) const {
     if (node.kind != Kind::Element || none) return false;
-    return (!tag || sameName(node.name, *tag)) && (!anchors || isAnchor(node));
+    // Most elements have a name of another length.
+    const bool named = !tag || (node.name.size() == tag->size() && sameName(node.name, *tag));
+    return named && (!anchors || isAnchor(node));
 }
 
 Ref<IHTMLElementCollection> Document::all() { return make<ElementCollection>(self(this), ElementFilter()); }

@@ -33,11 +33,13 @@ std::string Element::className() const {
 }
 
 std::string Element::getAttribute(const std::string& name) const {
+    if (auto value = findAttribute(name)) return *std::move(value);
+    throw AutomationError("The element '" + std::string(mNode.name) + "' has no attribute '" + name + "'");
+}
+
+std::optional<std::string> Element::findAttribute(const std::string& name) const {
     const auto* attribute = mNode.tag ? mNode.tag->Find(name) : nullptr;
-    if (!attribute) {
-        throw AutomationError("The element '" + std::string(mNode.name) + "' has no attribute '" + name +
-                              "'");
-    }
+    if (!attribute) return std::nullopt;
     const bool address = sameName(name, "href") || sameName(name, "src");
     return address ? mDocument->Resolve(attribute->value) : attribute->value;
 }

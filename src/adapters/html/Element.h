@@ -16,6 +16,7 @@ class Element : public IHTMLElement {
     std::string tagName() const override;
     std::string className() const override;
     std::string getAttribute(const std::string& name) const override;
+    std::optional<std::string> findAttribute(const std::string& name) const override;
     void setAttribute(const std::string& name, const std::string& value) override;
 
     std::string innerHTML() const override;

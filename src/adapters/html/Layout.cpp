@@ -44,9 +44,9 @@ class Layout {
         FindLastOpened();
         MatchEndTags();
         Gather();
-        MarkSplitElements();
+        if (mIsMended) MarkSplitElements();
         Measure();
-        MarkVerbatim();
+        if (mIsMended) MarkVerbatim();
     }
 
   private:
@@ -174,6 +174,7 @@ class Layout {
         }
         for (auto at = mMarkup.nodes.rbegin(); at != mMarkup.nodes.rend(); ++at) {
             auto& node = *at;
+            mIsMended |= node.scattered;
             if (!IsInTree(node)) continue;
             auto& place = PlaceOf(node);
             Include(place, place.open);
@@ -186,6 +187,7 @@ class Layout {
             node.scattered = node.scattered || !oneRun || !opens || !closes;
             auto& above = PlaceOf(*node.parent);
             if (place.last >= above.firstOfNext) above.disordered = true;
+            mIsMended |= node.scattered || above.disordered;
             above.firstOfNext = place.first;
             above.first = std::min(above.first, place.first);
             above.last = above.last == kNone ? place.last : std::max(above.last, place.last);
@@ -262,6 +264,7 @@ class Layout {
     Markup& mMarkup;
     std::vector<Token>& mTokens;
     LayoutSpace& mSpace;
+    bool mIsMended = false;  // something is scattered or out of order
 };
 
 }  // namespace
