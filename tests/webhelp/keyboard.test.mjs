@@ -118,6 +118,11 @@ test("on a narrow window the contents open and close by keys", async () => {
     assert.equal(await page.getByRole("treeitem").count(), 0);
     await press(page, "Tab");
     assert.equal(await focused(page), "Quillbox Handbook");
+    await button.focus();
+    await press(page, "Enter");
+    assert.equal(await focused(page), "Welcome");
+    await press(page, "Tab");
+    assert.equal(await button.getAttribute("aria-expanded"), "false", await focused(page));
     assert.deepEqual(page.problems, []);
     await page.context().close();
 });

@@ -40,9 +40,11 @@ function startMenu() {
         set(false);
         button.focus();
     });
-    document.addEventListener("click", (event) => {
-        if (isOpen() && !side.contains(event.target) && !button.contains(event.target)) set(false);
-    });
+    for (const leaving of ["click", "focusin"]) {
+        document.addEventListener(leaving, (event) => {
+            if (isOpen() && !side.contains(event.target) && !button.contains(event.target)) set(false);
+        });
+    }
     set(false);
 }
 

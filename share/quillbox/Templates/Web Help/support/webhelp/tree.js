@@ -41,6 +41,7 @@ function startTree(side) {
     for (let node = current; node; node = node.parent) opened.add(node.number);
     const items = new Map();
 
+    const groupName = (node) => "contents-" + node.number;
     const isOpen = (node) => node.children.length > 0 && opened.has(node.number);
     const set = (node, open) => {
         const item = items.get(node);
@@ -50,7 +51,7 @@ function startTree(side) {
         }
         webhelp.remember("sessionStorage", key, JSON.stringify([...chosen]));
         item.setAttribute("aria-expanded", String(open));
-        if (open && !item.nextElementSibling) item.after(list(node, "group"));
+        if (open && !item.nextElementSibling) item.after(fill(group(node), node));
         if (item.nextElementSibling) item.nextElementSibling.hidden = !open;
     };
 
@@ -67,16 +68,22 @@ function startTree(side) {
         item.node = node;
         if (!node.children.length) return item;
         item.setAttribute("aria-expanded", String(isOpen(node)));
+        item.setAttribute("aria-owns", groupName(node));
         const mark = document.createElement("i");
         mark.setAttribute("aria-hidden", "true");
         item.prepend(mark);
         return item;
     };
 
-    // Without recursion: a list that begins open holds its open lists too.
-    const list = (of, role) => {
+    const group = (node) => {
         const made = document.createElement("ul");
-        made.setAttribute("role", role);
+        made.setAttribute("role", "group");
+        made.id = groupName(node);
+        return made;
+    };
+
+    // Without recursion: a list that begins open holds its open lists too.
+    const fill = (made, of) => {
         const todo = [[of, made]];
         while (todo.length) {
             const [parent, place] = todo.pop();
@@ -86,8 +93,7 @@ function startTree(side) {
                 entry.append(makeItem(node));
                 place.append(entry);
                 if (!isOpen(node)) continue;
-                const below = document.createElement("ul");
-                below.setAttribute("role", "group");
+                const below = group(node);
                 entry.append(below);
                 todo.push([node, below]);
             }
@@ -95,7 +101,8 @@ function startTree(side) {
         return made;
     };
 
-    const tree = list(top, "tree");
+    const tree = fill(document.createElement("ul"), top);
+    tree.setAttribute("role", "tree");
     tree.setAttribute("aria-label", side.getAttribute("aria-label"));
     side.append(tree);
     const shown = () => [...tree.querySelectorAll("[role=treeitem]")].filter((item) => !item.closest("[hidden]"));
