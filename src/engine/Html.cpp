@@ -52,7 +52,7 @@ std::string plainText(std::string_view html) {
         const bool isTag = c == '<' && (next == '/' || next == '!' || next == '?' || isLetter(next));
         if (isTag) {
             const bool isComment = html.substr(at, 4) == "<!--";
-            const auto end = html.find(isComment ? "-->" : ">", at);
+            const auto end = isComment ? html.find("-->", at) : endOfTag(html, at);
             if (end == std::string_view::npos) break;
             at = end + (isComment ? 2 : 0);
             addBlank();

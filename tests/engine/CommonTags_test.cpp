@@ -121,6 +121,7 @@ TEST_F(CommonTagsTest, GiveHtmlAsPlainText) {
               "<A bold &amp; &quot;quoted&quot; text>");
     EXPECT_EQ(plain("a < b > c"), "<a &lt; b &gt; c>");
     EXPECT_EQ(plain("cut <b"), "<cut>");
+    EXPECT_EQ(plain("<a title=\"x > y\">a link</a>"), "<a link>");
     EXPECT_EQ(plain(""), "<>");
     EXPECT_EQ(Rendered("%%plaintext:name=nothing%%"), "!NO PROPERTY 'nothing'!");
 }
