@@ -42,23 +42,7 @@ std::optional<std::string> dataOf(const TagRequest& request, const std::string& 
                                      current.CurrentItemType(), current.CurrentParentItem());
 }
 
-// What the tag of a variable gives, its own tags expanded.
-std::string variableOf(const TagRequest& request, const std::string& name) {
-    const auto sources = request.document.Sources();
-    if (sources->empty()) return {};
-    const auto& current = request.current;
-    auto& data = *sources->front().data;
-    const ItemScope scope(data, current.NamespaceDef(), current.CurrentItem(), current.CurrentItemType(),
-                          current.CurrentParentItem());
-    auto element = make<Element>();
-    element->Attributes->Add("variable", "type");
-    element->Attributes->Add(name, "name");
-    return data.ProvideData(element, request.file);
-}
-
 std::string htmlTextOf(const TagRequest& request) {
-    if (const auto variable = request.Attribute("variable"); !variable.empty())
-        return htmlText(variableOf(request, variable));
     const auto name = request.Attribute("name");
     const auto value = dataOf(request, name);
     return value ? htmlText(*value) : missing(name);

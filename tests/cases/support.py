@@ -51,10 +51,13 @@ class Case(unittest.TestCase):
     def assert_expected_folder(self, name, texts):
         """Holds texts by file name against a folder of expected/, which may hold nothing else."""
         folder = EXPECTED / name
-        if os.environ.get("QUILLBOX_UPDATE"):
+        update = bool(os.environ.get("QUILLBOX_UPDATE"))
+        if update:
             shutil.rmtree(folder, ignore_errors=True)
-            folder.mkdir()
         for file, text in texts.items():
-            if os.environ.get("QUILLBOX_UPDATE") or (folder / file).is_file():
+            if update:
+                (folder / file).parent.mkdir(parents=True, exist_ok=True)
+            if update or (folder / file).is_file():
                 self.assert_expected(f"{name}/{file}", text)
-        self.assertEqual(sorted(file.name for file in folder.iterdir()), sorted(texts), f"see {folder}")
+        held = [str(file.relative_to(folder)) for file in folder.rglob("*") if file.is_file()]
+        self.assertEqual(sorted(held), sorted(texts), f"see {folder}")

@@ -126,13 +126,9 @@ TEST_F(CommonTagsTest, GiveHtmlAsPlainText) {
     EXPECT_EQ(Rendered("%%plaintext:name=nothing%%"), "!NO PROPERTY 'nothing'!");
 }
 
-TEST_F(CommonTagsTest, TextsOfItemsAndVariablesCanBeMadeReadyForMarkup) {
-    auto variable = make<VariableValue>();
-    variable->Name = "Owner";
-    variable->Value = "<%%itemtitle%%> & \"Sons\"\r\n\x01\x1F\tLtd";
-    mDocument->VariableValues->Add(variable, "Owner");
-    EXPECT_EQ(Rendered("%%htmltext:variable=owner%%|%%htmltext:variable=None,EmptyFormat=-%%"),
-              "&lt;Intro&gt; &amp; &quot;Sons&quot; \tLtd|-");
+TEST_F(CommonTagsTest, LeaveOutOfMarkupWhatItCannotHold) {
+    mGuide->AddPage("intro", "<a> & \"b\"\r\n\x01\x1F\tc");
+    EXPECT_EQ(Rendered("%%htmltext:name=itemtitle%%"), "&lt;a&gt; &amp; &quot;b&quot; \tc");
 }
 
 TEST_F(CommonTagsTest, ATagWithNothingToSayDiscardsAndAForeignOneIsLeft) {
