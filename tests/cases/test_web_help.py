@@ -100,6 +100,26 @@ class WebHelp(Case):
         self.assertIn(title, [name for script in self.scripts("pages-*.js") for _, name, _ in script])
         self.assertNotIn("</script>", (site / "webhelp" / "contents.js").read_text())
 
+    def test_escapes_the_title_of_the_project(self):
+        project = self.handbook()
+        self.change(project, 'Title="Quillbox Handbook"', 'Title="A &amp; B &lt;i>"')
+        site = self.site(project)
+        for name in site.pages:
+            text = (self.folder / "site" / name).read_text().split('<div class="text">')[0]
+            self.assertIn("A &amp; B &lt;i&gt;</a>", text, name)
+            self.assertNotIn("<i>", text, name)
+
+    def test_a_project_of_nothing_has_a_start_page_that_stays(self):
+        project = self.handbook()
+        text = re.sub(r"  <(Topic|file) [^>]*/>\n", "", project.read_text())
+        project.write_text(text)
+        for file in project.parent.glob("ProjectData/*.xml"):
+            file.unlink()
+        site = self.site(project)
+        self.assertEqual(sorted(site.pages), ["index.html", "webhelp/contents.html", "webhelp/index.html", "webhelp/search.html"])
+        self.assertEqual(site.dead_references(), [])
+        self.assertNotIn("refresh", (self.folder / "site" / "index.html").read_text())
+
     def test_tells_language_and_direction(self):
         project = self.handbook()
         self.change(project, '<VariableValue Name="Language">en<', '<VariableValue Name="Language">ar<')
