@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <regex>
+#include <set>
 
 #include "adapters/TemporaryFolder.h"
 #include "build/BuildDriver.h"
@@ -79,7 +80,15 @@ class BookletTemplateTest : public testing::Test {
     Ref<Manifest> manifest;
 };
 
+// A few entries show all that the template does.
 TEST_F(BookletTemplateTest, TheHandbookIsAsExpected) {
+    const auto keep = [](const Ref<ManifestEntries>& entries, const std::set<std::string>& titles) {
+        for (const auto& entry : entries->Items()) {
+            if (!titles.contains(entry->RuntimeTitle())) entries->Remove(entry->Key);
+        }
+    };
+    keep(manifest->Entries(), {"Welcome to Quillbox", "Writing", "Appendix: the licence"});
+    keep(manifest->Entries()->Item(2)->ChildEntries, {"Languages and characters"});
     const std::regex version("Quillbox [0-9.]+");
     expectData("booklet/Handbook_manifest.html", std::regex_replace(built(), version, "Quillbox VERSION"));
 }
