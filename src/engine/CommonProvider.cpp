@@ -11,6 +11,7 @@ namespace {
 
 std::string escaped(const std::string& value, const std::string& how) {
     if (sameText(how, "html")) return htmlText(value);
+    if (sameText(how, "link")) return htmlText(nameAsLink(value));
     if (sameText(how, "script")) return scriptText(value);
     if (sameText(how, "anchor")) return anchorName(value);
     return value;

@@ -1,10 +1,18 @@
 #include "engine/CommonTags.h"
 
+#include "engine/Html.h"
+
 namespace quillbox {
 
 std::string TagRequest::Attribute(const std::string& name) const {
     const auto* value = element.Attributes->Find(name);
     return value ? toText(*value) : std::string();
+}
+
+std::string hrefOf(const TagRequest& request, const std::string& link) {
+    if (link.empty() || isRemote(link)) return htmlText(link);
+    const auto rootPath = commonTags().at("rootpath")(request);
+    return htmlText(rootPath + (request.document.IsPage(link) ? nameAsLink(link) : link));
 }
 
 const TagTable& commonTags() {

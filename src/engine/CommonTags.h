@@ -21,6 +21,10 @@ struct TagRequest {
 using TagAnswer = std::string (*)(const TagRequest& request);
 using TagTable = std::unordered_map<std::string, TagAnswer>;
 
+// A link as it stands in an `href` of the page in work: to a page of the build whatever signs its name holds,
+// or as it was given.
+std::string hrefOf(const TagRequest& request, const std::string& link);
+
 // All general tags, by their names in lower case.
 const TagTable& commonTags();
 

@@ -12,11 +12,8 @@ namespace {
 
 using Node = ContentsTree::Node;
 
-std::string rootPathOf(const TagRequest& request) { return commonTags().at("rootpath")(request); }
-
 std::string link(const TagRequest& request, const Node& node) {
-    const auto& target = node.def->LinkTarget;
-    return htmlText(target.empty() || isRemote(target) ? target : rootPathOf(request) + target);
+    return hrefOf(request, node.def->LinkTarget);
 }
 
 std::string anchor(const TagRequest& request, const Node& node) {

@@ -70,7 +70,10 @@ void ContentsTree::link(std::size_t position, std::vector<std::size_t>& lastChil
 }
 
 void ContentsTree::addPage(std::size_t position, const IsPage& isPage) {
-    const std::string page(withoutFragment(mNodes[position].def->LinkTarget));
+    const auto& link = mNodes[position].def->LinkTarget;
+    std::string page(withoutFragment(link));
+    // The name of a page may hold what begins a fragment in other links.
+    if (!isPage(page)) page = link;
     if (page.empty() || isRemote(page) || !isPage(page)) return;
     if (mByPage.emplace(foldKey(page), mReading.size()).second) mReading.push_back(position);
 }

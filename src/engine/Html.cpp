@@ -126,6 +126,22 @@ std::size_t endOfTag(std::string_view html, std::size_t from) {
     return std::string_view::npos;
 }
 
+std::string nameAsLink(std::string_view name) {
+    std::string link;
+    for (const char c : name) {
+        if (c == '%') {
+            link += "%25";
+        } else if (c == '#') {
+            link += "%23";
+        } else if (c == '?') {
+            link += "%3F";
+        } else {
+            link += c;
+        }
+    }
+    return link;
+}
+
 std::string decodedLink(std::string_view link) {
     std::string text;
     text.reserve(link.size());

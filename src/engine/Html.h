@@ -26,6 +26,9 @@ bool isRemote(std::string_view link);
 // it.
 std::size_t endOfTag(std::string_view html, std::size_t from);
 
+// The name of a file as a link tells it: with "%23" and the like for what means something else in a link.
+std::string nameAsLink(std::string_view name);
+
 // The link with "%20" and the like as they mean.
 std::string decodedLink(std::string_view link);
 

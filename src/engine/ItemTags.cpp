@@ -70,14 +70,16 @@ std::string linkOf(const TagRequest& request) {
                       : dataOf(request, "linktarget").value_or("");
 }
 
+std::string targetLink(const TagRequest& request) { return hrefOf(request, linkOf(request)); }
+
 // Whether the link of the current item or contents node leads to a page of the build, to a file that is
 // there, or to another place.
 std::string targetExists(const TagRequest& request) {
     const auto* build = request.document.Building();
     const auto link = linkOf(request);
     const auto name = decodedLink(withoutFragment(link));
-    if (!build || name.empty()) return {};
-    const bool exists = isRemote(link) || request.document.IsPage(name) ||
+    if (!build || link.empty()) return {};
+    const bool exists = isRemote(link) || request.document.IsPage(link) || request.document.IsPage(name) ||
                         disk::isFile(build->output.DiskName(name)) ||
                         disk::isFile(build->output.FullName(name));
     return exists ? booleanText(true) : std::string();
@@ -115,6 +117,7 @@ void addItemTags(TagTable& tags) {
         {"plaintext", plainTextOf},
         {"targettitle", targetTitle},
         {"targetexists", targetExists},
+        {"targetlink", targetLink},
         {"streamcontent", streamContent},
     });
 }

@@ -86,6 +86,16 @@ class WebHelp(Case):
         for name in ("contents.html", "search.html", "webhelp/contents.html", "webhelp/search.html", "index.html"):
             self.assertIn(name, site.pages)
 
+    def test_links_to_topics_with_signs_in_their_names(self):
+        project = self.handbook()
+        self.change(project, 'Name="ContentsTree"', 'Name="C# &amp; 50%25"')
+        site = self.site(project)
+        self.assertIn("C# & 50%25.html", site.pages)
+        dead = [one for one in site.dead_references() if ": ContentsTree.html" not in one]
+        self.assertEqual(dead, [])
+        self.assertIn("C# & 50%25.html", site.reached_from("index.html"))
+        self.assertIn("C%23 &amp; 50%2525.html", (self.folder / "site" / "webhelp" / "contents.js").read_text())
+
     def test_escapes_titles_everywhere(self):
         project = self.handbook()
         title = "</script><b> & \\ 'x' “y”"

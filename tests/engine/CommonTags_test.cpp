@@ -62,6 +62,19 @@ TEST_F(CommonTagsTest, EscapeForScriptsAndAnchors) {
     EXPECT_EQ(Rendered("%%property:name=Term,escape=anchor%%"), "C.2b.2b-a.2db.2ec_d-1é");
 }
 
+TEST_F(CommonTagsTest, LinkToPagesWithSignsInTheirNames) {
+    mGuide->AddPage("C#? 50%41", "C sharp");
+    auto page = mGuide->AddPage("one", "One");
+    page->properties["qualifiedname"] = "C#? 50%41";
+    mGuide->contents = {{"C sharp", "C#? 50%41.html"}, {"One", "one.html"}};
+    PutPage("%%targetlink%%|%%targetexists%%|%%previouspage%%|%%pagename:escape=link%%");
+    Build();
+    EXPECT_EQ(Output("one.html"), "C%23%3F 50%2541.html|True|C%23%3F 50%2541.html|one.html");
+    page->properties["qualifiedname"] = "one.html#part?";
+    Build();
+    EXPECT_THAT(Output("one.html"), HasSubstr("one.html#part?.html|True|"));
+}
+
 TEST_F(CommonTagsTest, TheStartPageIsThereInAnyCase) {
     mGuide->AddPage("one", "One");
     mGuide->AddPage("two", "Two");
