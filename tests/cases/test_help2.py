@@ -110,6 +110,16 @@ class Help2(Case):
         # Levels are no levels here: the whole keyword is one entry.
         self.assertIn(nasty + "|Tools|Options", terms)
 
+    def test_lead_to_pages_of_any_name(self):
+        project = self.project()
+        for topic in (project.parent / "TopicData").iterdir():
+            topic.write_text(topic.read_text().replace(' Name="Recipes"', ' Name="C# &amp; 100%"'))
+        roots = self.check(self.build(project, "--no-compile")[0])
+        self.assertTrue((project.parent / "C# & 100%.html").is_file())
+        self.assertIn("C# & 100%.html", [file.get("Url") for file in roots["Quillbox Handbook.hxf"]])
+        for name in ("Quillbox Handbook.hxk", "Quillbox Handbook.hxt"):
+            self.assertIn("C%23 & 100%25.html", [element.get("Url") for element in roots[name].iter()], name)
+
     def test_an_empty_contents_and_index_are_well_formed_too(self):
         project = self.project()
         (project.parent / "ProjectData" / "TableOfContents.xml").write_text("<Glossary/>")
