@@ -1,9 +1,7 @@
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "Input.h"
 #include "adapters/html/CleanText.h"
 #include "adapters/html/Html.h"
 #include "base/AutomationError.h"
@@ -13,10 +11,6 @@ namespace {
 using namespace quillbox;
 
 const std::string kNewAddress = "new \"<address>&";
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 std::string whole(const Ref<HTMLDocument>& document) { return document->documentElement()->outerHTML(); }
 

@@ -1,8 +1,6 @@
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Input.h"
 #include "adapters/xml/PugiXml.h"
 #include "base/AutomationError.h"
 #include "base/Encoding.h"
@@ -10,10 +8,6 @@
 namespace {
 
 using namespace quillbox;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 void requireSame(const Ref<XMLElement>& a, const Ref<XMLElement>& b) {
     require(a->Name() == b->Name() && a->Text() == b->Text());

@@ -14,29 +14,28 @@ namespace quillbox {
 template <class Result, class T>
 void checkedMember(Describe<T>& d, std::string_view name, const char* checkOutComment) {
     using Text = const std::string&;
-    using Element = CheckedElement;
     if (name == "LocalSpec") {
         d.read("LocalSpec", &T::LocalSpec, "Returns the local filename of this item.");
     } else if (name == "SSSpec") {
         d.read("SSSpec", &T::SSSpec, "Returns the source control spec of this item.");
     } else if (name == "CheckOut") {
         d.method(
-            "CheckOut", [](T& e, Text comment) { return e.Element::CheckOut(comment); },
+            "CheckOut", [](T& e, Text comment) { return e.CheckedElement::CheckOut(comment); },
             {{"Comment", checkOutComment}}, "Checks this item out. False where it is not checked in.");
     } else if (name == "CheckIn") {
         d.method(
             "CheckIn",
-            [](T& e, Text comment, bool keep) -> Result { return e.Element::CheckIn(comment, keep); },
+            [](T& e, Text comment, bool keep) -> Result { return e.CheckedElement::CheckIn(comment, keep); },
             {{"Comment", kCheckInComment}, {"KeepCheckedOut", true}},
             "Checks this item in. An unchanged item is not stored as a new version.");
     } else if (name == "UndoCheckout") {
         d.method(
-            "UndoCheckout", [](T& e) -> Result { return e.Element::UndoCheckout(); },
+            "UndoCheckout", [](T& e) -> Result { return e.CheckedElement::UndoCheckout(); },
             "Undoes the check-out of this item.");
     } else if (name == "GetLatestVersion" || name == "GetLatestSSVersion") {
         d.method(
             name == "GetLatestVersion" ? "GetLatestVersion" : "GetLatestSSVersion",
-            [](T& e) { return e.Element::GetLatestVersion(); },
+            [](T& e) { return e.CheckedElement::GetLatestVersion(); },
             "Renews the local file. False while anybody has this item checked out.");
     } else if (name == "IsCheckedOut") {
         d.read(
