@@ -127,7 +127,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     put("Templates/T/template.xml",
         "<PageTemplate Name=\"T\"><Namespace Name=\"CM.Quillbox\"/>"
         "<Page File=\"topic.html\" ItemType=\"cm.quillbox:topic\"/>"
-        "<Page File=\"once.html\" " + attributes + "/></PageTemplate>");
+        "<Page File=\"once.html\" " +
+            attributes + "/></PageTemplate>");
     put("Templates/T/topic.html", page);
     put("Templates/T/once.html", "%%scrap:name=S%%%%itemtitle:condition=@C%%");
     put("Templates/T/scraps/S.html", scrap);
