@@ -9,15 +9,16 @@
 namespace quillbox {
 
 // Gathers the words of pages and writes them as scripts that a page can load from any place, a folder too.
-// Each script makes one call, FUNCTION("NAME", DATA):
-//   words-N   words in ascending order, each [word, posting, ...]; a posting is ten times the step from the
-//   page of the
-//             posting before (from 0 at first) plus a weight of 1 to 9
-//   pages-N   pages in their order, each [file, title, opening]
-//   index     {pages: their number, firstPages: the number of the first page of each pages-N, firstWords: the
-//   first word
-//             of each words-N}
-// N counts from 0. A word that would make its script too large goes on in the next.
+// Each script makes one call, FUNCTION("NAME", DATA). N counts from 0:
+//
+// words-N: words in ascending order, each [word, posting, ...]. A posting is ten times the step from the page
+// of the posting before (from 0 at first), plus a weight of 1 to 9. A word that would make its script too
+// large goes on in the next.
+//
+// pages-N: pages in their order, each [file, title, opening].
+//
+// index: {pages, firstPages, firstWords}, which are the number of pages, the number of the first page of each
+// pages-N, and the first word of each words-N.
 class SearchIndex {
   public:
     // The text of a script stays below that many bytes, but for one long entry.
