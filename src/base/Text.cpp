@@ -21,8 +21,9 @@ namespace quillbox {
 namespace {
 
 bool isAscii(std::string_view text) {
-    return std::none_of(text.begin(), text.end(),
-                        [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    unsigned char bits = 0;
+    for (const char c : text) bits |= static_cast<unsigned char>(c);
+    return bits < 0x80;
 }
 
 char asciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
@@ -58,11 +59,13 @@ std::string fold(std::string_view text) {
 }  // namespace
 
 bool sameText(std::string_view a, std::string_view b) {
-    if (isAscii(a) && isAscii(b)) {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                          [](char x, char y) { return asciiLower(x) == asciiLower(y); });
+    const auto common = std::min(a.size(), b.size());
+    for (std::size_t at = 0; at < common; ++at) {
+        if (static_cast<unsigned char>(a[at] | b[at]) >= 0x80) return foldKey(a) == foldKey(b);
+        // What follows cannot make two different letters the same.
+        if (asciiLower(a[at]) != asciiLower(b[at])) return false;
     }
-    return foldKey(a) == foldKey(b);
+    return a.size() == b.size();
 }
 
 bool startsWithText(std::string_view text, std::string_view beginning) {
@@ -148,7 +151,16 @@ std::string replaceAll(std::string_view text, std::string_view what, std::string
 std::string replaceAllText(std::string_view text, std::string_view what, std::string_view with) {
     if (what.empty()) return std::string(text);
     std::string result;
+    // Of what is no letter there is no other case, so that most places need no closer look.
+    const bool exact = static_cast<unsigned char>(what.front()) < 0x80 &&
+                       asciiLower(what.front()) == asciiUpper(what.front());
     for (std::size_t at = 0; at < text.size();) {
+        if (exact) {
+            const auto next = std::min(text.find(what.front(), at), text.size());
+            result += text.substr(at, next - at);
+            at = next;
+            if (at == text.size()) break;
+        }
         if (startsWithText(text.substr(at), what)) {
             result += with;
             at += what.size();
@@ -165,11 +177,16 @@ std::string sortKey(std::string_view text) {
         return std::unique_ptr<icu::Collator>(icu::Collator::createInstance(icu::Locale::getRoot(), status));
     }();
     const auto wide = icu::UnicodeString::fromUTF8(piece(text));
-    std::string key;
     if (!collator) return foldKey(text);
-    key.resize(static_cast<std::size_t>(collator->getSortKey(wide, nullptr, 0)));
-    collator->getSortKey(wide, reinterpret_cast<std::uint8_t*>(key.data()),
-                         static_cast<std::int32_t>(key.size()));
+    std::string key(128, '\0');
+    const auto fill = [&] {
+        return static_cast<std::size_t>(collator->getSortKey(
+            wide, reinterpret_cast<std::uint8_t*>(key.data()), static_cast<std::int32_t>(key.size())));
+    };
+    const auto size = fill();
+    const bool fits = size <= key.size();
+    key.resize(size);
+    if (!fits) fill();
     return key;
 }
 

@@ -3,6 +3,7 @@
 #include "build/BuildEvents.h"
 
 #include "base/Text.h"
+#include "build/ItemAs.h"
 #include "project/QbProject.h"
 #include "topics/Topic.h"
 
@@ -16,7 +17,7 @@ bool isIntermediate(const std::string& filename) {
 }
 
 bool isInLayout(const TemplatePage& layout, const Ref<Object>& item, const std::string& defaultLayout) {
-    const auto topic = std::dynamic_pointer_cast<Topic>(item);
+    const auto topic = itemAs<Topic>(item);
     if (!topic) return true;
     const auto own = topic->LayoutName();
     return sameText(layout.Name, own.empty() ? defaultLayout : own + ".html");

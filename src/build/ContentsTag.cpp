@@ -34,9 +34,9 @@ std::string tableOfContents(const TagCall& call) {
     if (!pageTemplate) throw AutomationError("A table of contents needs a template that is being generated");
     if (!isForThisProvider(*pageTemplate)) return {};
     createContents(document, pageTemplate->Name(), call.provider.NeedProject());
-    const auto prefix = call.Optional("BookPrefix");
-    const auto suffix = call.Optional("BookSuffix");
-    const auto scrap = call.Optional("NodeScrap");
+    const auto prefix = call.Optional("bookprefix");
+    const auto suffix = call.Optional("booksuffix");
+    const auto scrap = call.Optional("nodescrap");
     const bool plain = prefix.empty() && suffix.empty() && scrap.empty();
     document.TOCBookPrefix = plain ? "<UL>" : prefix;
     document.TOCBookSuffix = plain ? "</UL>" : suffix;

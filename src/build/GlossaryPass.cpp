@@ -52,6 +52,7 @@ std::string resolveGlossaryReferences(QbDataProvider& provider, std::string text
     if (open == std::string::npos) return text;
     References references(provider);
     std::string out;
+    out.reserve(text.size() + text.size() / 4);
     std::size_t start = 0;
     while (open != std::string::npos) {
         const auto inside = open + kMark.size();

@@ -41,13 +41,17 @@ std::string indexEntries(const ContentStream& stream, const std::string& scrapNa
     if (!pageTemplate) throw AutomationError("The index needs a template that is being generated");
     const auto def = pageTemplate->NamespaceDefs()->ByRootName("QbProject")->Item(1);
     const auto data = stream.data.Copy();
+    const auto entries = sortedIndexEntries(stream.project);
+    if (entries.empty()) return {};
+    const auto pieces = splitTags(stream.document.Scrap(scrap));
+    const auto place = "the scrap '" + scrap + "'";
     std::string lines;
-    for (const auto& [entry, topic] : sortedIndexEntries(stream.project)) {
+    for (const auto& [entry, topic] : entries) {
         const auto levels = help2 ? std::vector{std::string(trimBlanks(entry))} : indexLevels(entry);
         data->SetCurrentItem(def, newKeyword(levels.back(), topic->Name()), "Keyword", nullptr);
-        auto text = data->ExpandScrap(scrap);
+        auto text = data->ExpandPieces(pieces, nullptr, place);
         for (auto level = levels.rbegin() + 1; level != levels.rend(); ++level) text = wrap(*level, text);
-        lines += text + "\r\n";
+        lines.append(text) += "\r\n";
     }
     return lines;
 }

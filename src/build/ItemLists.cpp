@@ -53,11 +53,13 @@ class List {
         const auto body = mDocument.Scrap(mScrap + "_body");
         auto separator = mDocument.Scrap(mScrap + "_SEPARATOR");
         if (isMissing(separator)) separator.clear();
+        const auto placeOfBody = place("_body"), placeOfSeparator = place("_SEPARATOR");
+        const auto pieces = mData->Memory().Pieces(body);
         for (const auto& item : items) {
             makeCurrent(item);
-            mText += mData->ExpandTemplateText(body, place("_body"));
+            mText += mData->ExpandPieces(*pieces, nullptr, placeOfBody);
             // An item that is listed twice has no separator in either place. It is meant so.
-            if (item != items.back()) mText += mOwner.Parse(separator, place("_SEPARATOR"));
+            if (item != items.back()) mText += mOwner.Parse(separator, placeOfSeparator);
         }
     }
 

@@ -6,6 +6,7 @@
 #include "booklets/Manifest.h"
 #include "booklets/ManifestEntry.h"
 #include "build/EntryNumbers.h"
+#include "build/ItemAs.h"
 #include "build/PageBreaks.h"
 #include "build/QbDataProvider.h"
 #include "frame/typelib/TypeLibrary.h"
@@ -18,7 +19,7 @@ namespace {
 
 template <class T>
 Ref<T> currentAs(const QbDataProvider& provider) {
-    return std::dynamic_pointer_cast<T>(provider.CurrentItem());
+    return itemAs<T>(provider.CurrentItem());
 }
 
 // A member of the current item, whatever its class; fails where it has none of that name.

@@ -8,6 +8,7 @@
 #include "booklets/Manifest.h"
 #include "booklets/ManifestEntry.h"
 #include "build/IndexItems.h"
+#include "build/ItemAs.h"
 #include "content/GlossaryItems.h"
 #include "project/QbProject.h"
 #include "topics/RelatedTopics.h"
@@ -36,7 +37,7 @@ Items wholeProject(const ItemQuery& query) {
 }
 
 Items topics(const ItemQuery& query) {
-    const auto parent = std::dynamic_pointer_cast<QbProject>(query.parent);
+    const auto parent = itemAs<QbProject>(query.parent);
     Items items;
     for (const auto& topic : (parent ? *parent : needProject(query)).Topics->Items()) {
         if (topic->IncludeInHelpFile()) items.push_back(topic);
@@ -53,10 +54,10 @@ Items manifest(const ItemQuery& query) {
 }
 
 Items manifestEntries(const ItemQuery& query) {
-    if (const auto manifest = std::dynamic_pointer_cast<Manifest>(query.parent)) {
+    if (const auto manifest = itemAs<Manifest>(query.parent)) {
         return asItems(manifest->Entries()->Items());
     }
-    if (const auto entry = std::dynamic_pointer_cast<ManifestEntry>(query.parent)) {
+    if (const auto entry = itemAs<ManifestEntry>(query.parent)) {
         return asItems(entry->ChildEntries->Items());
     }
     return {};
@@ -68,7 +69,7 @@ bool isWanted(const RelatedTopic& link, const std::string& typeID) {
 }
 
 Items linkCategories(const ItemQuery& query) {
-    const auto topic = std::dynamic_pointer_cast<Topic>(query.parent);
+    const auto topic = itemAs<Topic>(query.parent);
     if (!topic) return {};
     Items items;
     std::unordered_set<std::string> seen;
@@ -83,7 +84,7 @@ Items linkCategories(const ItemQuery& query) {
 }
 
 Items links(const ItemQuery& query) {
-    const auto category = std::dynamic_pointer_cast<RelatedTopicCategory>(query.parent);
+    const auto category = itemAs<RelatedTopicCategory>(query.parent);
     return category ? asItems(category->Links()->Items()) : Items();
 }
 

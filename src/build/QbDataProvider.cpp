@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "booklets/Manifest.h"
 #include "booklets/ManifestEntry.h"
+#include "build/ItemAs.h"
 #include "build/ItemFamily.h"
 #include "build/ItemProperties.h"
 #include "build/TagValues.h"
@@ -36,16 +37,16 @@ void QbDataProvider::SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, cons
     mCurrentItem = item;
     mCurrentItemType = itemType;
     mCurrentParentItem = parentItem;
-    if (auto project = std::dynamic_pointer_cast<QbProject>(item)) mCurrentRootItem = std::move(project);
+    if (auto project = itemAs<QbProject>(item)) mCurrentRootItem = std::move(project);
     mCommonProviderSet = false;
 }
 
 Ref<Manifest> QbDataProvider::CurrentManifest() const {
-    if (auto manifest = std::dynamic_pointer_cast<Manifest>(mCurrentItem)) return manifest;
-    if (const auto entry = std::dynamic_pointer_cast<ManifestEntry>(mCurrentItem)) {
+    if (auto manifest = itemAs<Manifest>(mCurrentItem)) return manifest;
+    if (const auto entry = itemAs<ManifestEntry>(mCurrentItem)) {
         if (auto manifest = entry->Manifest()) return manifest;
     }
-    if (auto manifest = std::dynamic_pointer_cast<Manifest>(mCurrentParentItem)) return manifest;
+    if (auto manifest = itemAs<Manifest>(mCurrentParentItem)) return manifest;
     return mCurrentManifest;
 }
 
@@ -54,20 +55,22 @@ void QbDataProvider::RememberManifest() {
 }
 
 IDataProvider& QbDataProvider::CommonProvider() {
-    if (!mCommonProvider) mCommonProvider = NeedDocument().NewCommonProvider();
-    auto* common = dynamic_cast<IDataProvider*>(mCommonProvider.get());
-    if (!common) throw AutomationError("The document has no common provider");
+    if (!mCommon) {
+        mCommonProvider = NeedDocument().NewCommonProvider();
+        mCommon = dynamic_cast<IDataProvider*>(mCommonProvider.get());
+        if (!mCommon) throw AutomationError("The document has no common provider");
+    }
     if (!mCommonProviderSet) {
-        common->SetCurrentItem(mNamespaceDef, mCurrentItem, mCurrentItemType, mCurrentParentItem);
-        common->SetCurrentRootItem(mCurrentRootItem);
+        mCommon->SetCurrentItem(mNamespaceDef, mCurrentItem, mCurrentItemType, mCurrentParentItem);
+        mCommon->SetCurrentRootItem(mCurrentRootItem);
         mCommonProviderSet = true;
     }
-    return *common;
+    return *mCommon;
 }
 
 Ref<QbDataProvider> QbDataProvider::ForList() const {
     auto provider = make<QbDataProvider>();
-    provider->mMemory = mMemory;
+    provider->mMemory = sharedMemory();
     provider->mDocument = mDocument;
     provider->SetCurrentRootItem(mCurrentRootItem);
     return provider;
@@ -92,13 +95,13 @@ std::string QbDataProvider::ParseForProperties(const std::string& text) {
 std::string QbDataProvider::Expand(std::string text, const Ref<FileSystemObject>& file,
                                    const std::string& place) {
     if (text.find("%%") == std::string::npos) return text;
-    return expandPieces(splitTags(text), file, place);
+    return ExpandPieces(splitTags(text), file, place);
 }
 
 std::string QbDataProvider::ExpandTemplateText(const std::string& text, const std::string& place,
                                                const Ref<FileSystemObject>& file) {
     if (text.find("%%") == std::string::npos) return text;
-    return expandPieces(*mMemory->Pieces(text), file, place);
+    return ExpandPieces(*Memory().Pieces(text), file, place);
 }
 
 std::string QbDataProvider::ExpandScrap(const std::string& name) {
@@ -109,7 +112,7 @@ std::string QbDataProvider::Parse(const std::string& text, const std::string& pl
     return replaceAll(ExpandTemplateText(text, place), "<crlf>", "<br>");
 }
 
-std::string QbDataProvider::expandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
+std::string QbDataProvider::ExpandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
                                          const std::string& place) {
     std::string out;
     const auto valueOf = [&](const TagPiece& tag) {
@@ -122,7 +125,7 @@ std::string QbDataProvider::expandPieces(const TagPieces& pieces, const Ref<File
 
 std::string QbDataProvider::ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) {
     if (!element) throw AutomationError("There is no tag to give a value to");
-    const ProviderMemory::Answering answering(*mMemory);
+    const ProviderMemory::Answering answering(Memory());
     return tagValue({*this, *element, element, file});
 }
 

@@ -51,7 +51,7 @@ class QbDataProvider : public Object, public IDataProvider {
     void RememberManifest();
     Ref<quillbox::QbProject> RootProject() const { return mCurrentRootItem; }
     IDataProvider& CommonProvider();
-    ProviderMemory& Memory() const { return *mMemory; }
+    ProviderMemory& Memory() const { return *sharedMemory(); }
 
     Ref<QbDataProvider> Copy() const;
     // Another provider for the same document and root item, with no current item.
@@ -65,12 +65,16 @@ class QbDataProvider : public Object, public IDataProvider {
     std::string ExpandTemplateText(const std::string& text, const std::string& place,
                                    const Ref<FileSystemObject>& file = nullptr);
     std::string ExpandScrap(const std::string& name);
+    std::string ExpandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
+                             const std::string& place);
     // Template text, in which "<crlf>" stands for a line break.
     std::string Parse(const std::string& text, const std::string& place);
 
   private:
-    std::string expandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
-                             const std::string& place);
+    const std::shared_ptr<ProviderMemory>& sharedMemory() const {
+        if (!mMemory) mMemory = std::make_shared<ProviderMemory>();
+        return mMemory;
+    }
 
     Ref<Object> mCurrentItem;
     Ref<quillbox::NamespaceDef> mNamespaceDef;
@@ -79,10 +83,13 @@ class QbDataProvider : public Object, public IDataProvider {
     Ref<QbProject> mCurrentRootItem;
     ObjectReference<quillbox::Document> mDocument;
     Ref<Object> mCommonProvider;
+    // The same, as what it is asked for.
+    IDataProvider* mCommon = nullptr;
     // False while the common provider has not been told of the current item.
     bool mCommonProviderSet = false;
     Ref<Manifest> mCurrentManifest;
-    std::shared_ptr<ProviderMemory> mMemory = std::make_shared<ProviderMemory>();
+    // Made when it is needed first.
+    mutable std::shared_ptr<ProviderMemory> mMemory;
 };
 
 }  // namespace quillbox

@@ -23,6 +23,13 @@ Ref<Object> topicsOf(const Ref<Object>& rootItem) {
     return topics;
 }
 
+// Without the dot; of the last piece of a path of either kind.
+std::string_view extensionOf(std::string_view path) {
+    const auto name = path.substr(path.find_last_of("/\\") + 1);
+    const auto dot = name.rfind('.');
+    return dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
+}
+
 // Of several topics that are marked the last one wins.
 void takeMarkedTopic(Document& document, Object& topics) {
     const int count = toInteger(getMember(topics, "Count"));
@@ -102,7 +109,7 @@ void QbNamespaceProvider::ContentCreated(const Ref<Object>&, const Ref<Namespace
                                          const std::string& filename) {
     // Any part of this text counts, so that a file without an extension is not listed either. It is meant so.
     constexpr std::string_view kInputs = "hhc,hhk,hhp,hxc,hxf,hxt,hxk";
-    if (kInputs.find(lower(newFile(filename)->Extension())) != std::string_view::npos) return;
+    if (kInputs.find(lower(extensionOf(filename))) != std::string_view::npos) return;
     if (!mNames.insert(foldKey(filename)).second) return;
     const auto slashed = [](const std::string& path) { return replaceAll(path, "\\", "/"); };
     mTopicMap.push_back(replaceAll(slashed(filename), slashed(document()->OutputPath), ""));

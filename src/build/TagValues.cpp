@@ -9,6 +9,7 @@
 #include "build/BookletPages.h"
 #include "build/ContentsTag.h"
 #include "build/EntryNumbers.h"
+#include "build/ItemAs.h"
 #include "build/ItemLists.h"
 #include "build/ManifestTOC.h"
 #include "build/QbDataProvider.h"
@@ -19,21 +20,17 @@
 
 namespace quillbox {
 
-std::string TagCall::Needed(const std::string& name) const {
-    if (const auto* value = element.Attributes->Find(name)) return toText(*value);
-    throw AutomationError("The tag '" + Optional("type") + "' needs the attribute '" + name + "'");
-}
-
-std::string TagCall::Optional(const std::string& name) const {
-    const auto* value = element.Attributes->Find(name);
-    return value ? toText(*value) : std::string();
+std::string TagCall::Needed(std::string_view name) const {
+    if (hasAttribute(element, name)) return attributeText(element, name);
+    throw AutomationError("The tag '" + Optional("type") + "' needs the attribute '" + std::string(name) +
+                          "'");
 }
 
 namespace {
 
 template <class T>
 Ref<T> currentAs(const TagCall& call) {
-    return std::dynamic_pointer_cast<T>(call.provider.CurrentItem());
+    return itemAs<T>(call.provider.CurrentItem());
 }
 
 // What an attribute says as it stands, or a scrap whose name stands there behind "@": a scrap may hold what
@@ -87,7 +84,9 @@ std::string variable(const TagCall& call) {
     ignoringFailures([&] {
         const auto name = call.Needed("name");
         const ProviderMemory::InVariable scope(call.provider.Memory(), name);
-        const auto text = call.provider.NeedDocument().VariableValues->Item(name)->Value;
+        const auto& values = *call.provider.NeedDocument().VariableValues;
+        if (!values.HasKey(name)) return;
+        const auto text = values.Item(name)->Value;
         value = call.provider.ExpandTemplateText("%%ReplaceInQuotes:Value=True%%" + text, "the variable",
                                                  call.file);
     });
@@ -98,7 +97,7 @@ std::string variable(const TagCall& call) {
 std::string styleSheets(const TagCall& call) {
     const auto item = call.provider.CurrentItem();
     if (!item) return {};
-    const auto topic = std::dynamic_pointer_cast<Topic>(item);
+    const auto topic = itemAs<Topic>(item);
     std::string lines;
     for (const auto& name : call.provider.NeedProject().OtherFiles->StyleSheetNames()) {
         if (topic && !topic->IncludeStylesheet(name)) continue;
@@ -109,8 +108,8 @@ std::string styleSheets(const TagCall& call) {
 }
 
 std::string incrementingValue(const TagCall& call) {
-    const auto name = call.Optional("Name");
-    const auto initial = call.Optional("InitialValue");
+    const auto name = call.Optional("name");
+    const auto initial = call.Optional("initialvalue");
     if (name.empty()) return {};
     auto& counters = call.provider.NeedProject().IncrementingValues;
     if (!counters) counters = make<Collection>();
@@ -132,7 +131,7 @@ std::string glossaryDefinition(const TagCall& call) {
 std::string linkCaption(const TagCall& call) {
     const auto link = currentAs<BookletLinkInfo>(call);
     if (!link) return {};
-    const bool onlyIfOther = link->LinkTopic && sameText(call.Optional("OnlyIfNotTopicTitle"), "True");
+    const bool onlyIfOther = link->LinkTopic && sameText(call.Optional("onlyifnottopictitle"), "True");
     return onlyIfOther && sameText(link->LinkCaption, link->LinkTopic->Title()) ? std::string()
                                                                                 : link->LinkCaption;
 }
@@ -147,7 +146,7 @@ std::string linkEntryNumber(const TagCall& call) {
     const auto manifest = call.provider.CurrentManifest();
     if (!link || !link->LinkTopic || !manifest) return {};
     const auto entry = call.provider.Memory().OutlineOf(manifest).EntryOf(link->LinkTopic);
-    return manifestEntryNumber(*manifest, entry, call.Optional("Suffix"));
+    return manifestEntryNumber(*manifest, entry, call.Optional("suffix"));
 }
 
 std::string nothing(const TagCall&) { return {}; }
@@ -208,22 +207,23 @@ const std::unordered_map<std::string, TagType>& tagTypes() {
 
 std::string formatted(const TagCall& call, const std::string& type, std::string value) {
     if (call.element.Attributes->Count() > 1) {
-        if (!value.empty() && sameText(call.Optional("ForScript"), "True"))
+        if (!value.empty() && sameText(call.Optional("forscript"), "True"))
             value = replaceAll(value, "'", "\\'");
-        const auto format = textOf(call, value.empty() ? "EmptyFormat" : "ValueFormat");
+        const auto format = textOf(call, value.empty() ? "emptyformat" : "valueformat");
         if (!format.empty())
             value = value.empty() ? format : replaceAllText(format, "%%" + type + "%%", value);
     }
-    if (value.find("/%") == std::string::npos) return value;
+    if (value.find('%') == std::string::npos) return value;
     return replaceAll(value, "/%", "%");
 }
 
 }  // namespace
 
 std::string tagValue(const TagCall& call) {
-    const auto type = lower(call.Needed("type"));
-    if (const auto* condition = call.element.Attributes->Find("condition")) {
-        const auto test = call.provider.NeedDocument().NewCondition(toText(*condition));
+    const auto type = tagType(call.element);
+    if (type.empty()) call.Needed("type");
+    if (hasAttribute(call.element, "condition")) {
+        const auto test = call.provider.NeedDocument().NewCondition(call.Optional("condition"));
         if (!test->IsValid()) return "!INVALID CONDITION TYPE!";
         const auto& provider = call.provider;
         if (!test->Evaluate(provider.CurrentItem(), provider.NamespaceDef(), provider.Document())) return {};

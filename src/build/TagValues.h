@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/engine/Providers.h"
+#include "platform/engine/Tags.h"
 
 namespace quillbox {
 
@@ -19,9 +19,9 @@ struct TagCall {
     const Ref<FileSystemObject>& file;
 
     // An attribute that has to be there.
-    std::string Needed(const std::string& name) const;
-    // Empty for an attribute that is not there.
-    std::string Optional(const std::string& name) const;
+    std::string Needed(std::string_view name) const;
+    // Empty for an attribute that is not there. Both by names in lower case.
+    std::string Optional(std::string_view name) const { return attributeText(element, name); }
 };
 
 // The value of a tag: its condition, what its type gives, and its formats.

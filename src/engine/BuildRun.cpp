@@ -1,5 +1,6 @@
 #include "engine/BuildRun.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "base/AutomationError.h"
@@ -16,12 +17,35 @@ namespace {
 std::string withBothLineEnds(const std::string& text) {
     std::string result;
     result.reserve(text.size() + text.size() / 16);
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] == '\n' && (at == 0 || text[at - 1] != '\r')) result += '\r';
-        result += text[at];
+    std::size_t start = 0;
+    for (auto at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1)) {
+        result.append(text, start, at - start);
+        if (at == 0 || text[at - 1] != '\r') result += '\r';
+        start = at;
     }
-    return result;
+    return result.append(text, start);
 }
+
+// Puts down what was written, however the build ends.
+class Recording {
+  public:
+    Recording(BuildRecord& record, const OutputFolder& output) : mRecord(record), mOutput(output) {}
+    ~Recording() {
+        if (!mWhole) ignoringFailures([&] { mRecord.SaveUnfinished(mOutput.Written()); });
+    }
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+
+    void Whole() {
+        mRecord.Save(mOutput.Written());
+        mWhole = true;
+    }
+
+  private:
+    BuildRecord& mRecord;
+    const OutputFolder& mOutput;
+    bool mWhole = false;
+};
 
 }  // namespace
 
@@ -76,17 +100,36 @@ void BuildRun::build() {
     }
     mPlan = makePlan(mDocument, *mSources);
     checkKeptFiles(mDocument, mPlan);
+    for (const auto& name : mDocument.KeptFiles->Texts()) mKept.insert(foldKey(disk::withSlashes(name)));
     auto job = planCompiling();
+    BuildRecord record(mState->output.Disk(), owner());
+    generate(record);
+    for (const auto& note : mState->notes.lines) mDocument.mLog += "Note: " + note + "\n";
+    if (job && !mDocument.mCancelled) compileHelp(*std::move(job));
+}
+
+void BuildRun::generate(BuildRecord& record) {
+    Recording recording(record, mState->output);
     copySupport();
     if (const auto& search = mState->pageTemplate->Search()) mSearchIndex.emplace(search->function);
     writePages();
     if (mDocument.mCancelled) return;
     writeSearchIndex();
     for (const auto& source : *mSources) source.provider->AfterProcessRootItem(source.root);
+    removeStale(record);
     reportLocalFiles();
     writeInputs();
-    for (const auto& note : mState->notes.lines) mDocument.mLog += "Note: " + note + "\n";
-    if (job && !mDocument.mCancelled) compileHelp(*std::move(job));
+    if (!mDocument.mCancelled) recording.Whole();
+}
+
+std::string BuildRun::owner() const {
+    const auto file = mDocument.ReadProperty(mSources->front().root, "QualifiedName").value_or("");
+    const auto absolute = [](const std::string& path) { return std::filesystem::absolute(path); };
+    const auto place = file.empty() ? file
+                                    : absolute(disk::withSlashes(file))
+                                          .lexically_relative(absolute(mState->output.Disk()))
+                                          .generic_string();
+    return place + ", " + mState->pageTemplate->Name();
 }
 
 // Whatever keeps the compiler from its work is told before the first page is written.
@@ -158,9 +201,11 @@ void BuildRun::makePage(const PlannedPage& page) {
     auto& data = *page.source->data;
     data.SetCurrentItem(page.def, page.item, page.def ? page.def->Name : "", page.parent);
     const auto file = make<PageFile>(mState->output.FullName(page.name));
+    file->Text().reserve(mUsualSize);
     auto& pageTemplate = *mState->pageTemplate;
     expandThrough(data, pageTemplate.PageText(page.layout->Name), pageTemplate.Path() + page.layout->Name,
                   page.name, file, file->Text());
+    mUsualSize = std::min<std::size_t>(file->Text().size() + file->Text().size() / 4, 1 << 16);
     if (page.layout->compileType == 0) mLocalFiles.ScanPage(page.name, file->Text());
     if (page.layout->isSearched && mSearchIndex) mSearchIndex->Add(page.name, file->Text());
     mState->output.Write(page.name, bytesOf(page, *file));
@@ -171,8 +216,8 @@ void BuildRun::makePage(const PlannedPage& page) {
 std::string BuildRun::bytesOf(const PlannedPage& page, PageFile& file) {
     if (page.layout->encoding == PageEncoding::Utf8 && page.layout->compileType == 0)
         return std::move(file.Text());
-    auto bytes = encode(page.name, file.Text(), page.layout->encoding, mDocument.Language(), file.Raw(),
-                        mState->notes);
+    auto bytes = encode(page.name, std::move(file.Text()), page.layout->encoding, mDocument.Language(),
+                        file.Raw(), mState->notes);
     return page.layout->compileType == 0 ? bytes : withBothLineEnds(bytes);
 }
 
@@ -188,13 +233,20 @@ void BuildRun::writeSearchIndex() {
     }
 }
 
+bool BuildRun::isKept(const std::string& name) const { return mKept.contains(foldKey(name)); }
+
+void BuildRun::removeStale(BuildRecord& record) {
+    std::unordered_set<std::string> inputs;
+    for (const auto& input : mPlan.inputs) inputs.insert(input.name);
+    record.RemoveStale(mState->output, [&](const std::string& name) {
+        return mState->output.IsClaimedFile(name) || inputs.contains(name) || isKept(name);
+    });
+}
+
 void BuildRun::reportLocalFiles() {
-    std::unordered_set<std::string> kept;
-    for (const auto& name : mDocument.KeptFiles->Texts()) kept.insert(foldKey(disk::withSlashes(name)));
     auto& provider = *mSources->front().provider;
     for (const auto& name : mLocalFiles.Closure(mState->output)) {
-        if (!kept.contains(foldKey(name)))
-            provider.ContentCreated(nullptr, nullptr, mState->output.FullName(name));
+        if (!isKept(name)) provider.ContentCreated(nullptr, nullptr, mState->output.FullName(name));
     }
 }
 

@@ -24,13 +24,20 @@ class BuildRun {
     void startClean();
     Ref<FolderTemplate> ownTemplate();
     void build();
+    void generate(BuildRecord& record);
     std::optional<CompileJob> planCompiling();
+
+    // Who writes into the folder: the project, by its place from there, and the template.
+    std::string owner() const;
 
     void copySupport();
     void writePages();
     void offerPage(const PlannedPage& page);
     void writePage(const PlannedPage& page);
     void writeSearchIndex();
+    bool isKept(const std::string& name) const;
+    // What earlier builds wrote and this one does not.
+    void removeStale(BuildRecord& record);
     void reportLocalFiles();
     void writeInputs();
     // Makes the page's text and puts it on disk.
@@ -46,7 +53,11 @@ class BuildRun {
     BuildPlan mPlan;
     LocalFiles mLocalFiles;
     std::optional<SearchIndex> mSearchIndex;
+    // The files of the project, in folded names.
+    std::unordered_set<std::string> mKept;
     int mDone = 0, mTotal = 0;
+    // What a page is likely to need, from the one before.
+    std::size_t mUsualSize = 0;
 };
 
 }  // namespace quillbox

@@ -9,7 +9,8 @@ namespace quillbox {
 
 namespace {
 
-std::string escaped(const std::string& value, const std::string& how) {
+std::string escaped(std::string value, const std::string& how) {
+    if (how.empty()) return value;
     if (sameText(how, "html")) return htmlText(value);
     if (sameText(how, "link")) return htmlText(nameAsLink(value));
     if (sameText(how, "script")) return scriptText(value);
@@ -33,16 +34,16 @@ Ref<EngineDocument> attached(const ObjectReference<EngineDocument>& document) {
 
 std::string CommonProvider::ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) {
     const auto document = attached(mDocument);
-    const auto name = lower(toText(element->Attributes->Item("type")));
-    const auto value = answer(name, {*document, *this, *element, file});
+    if (!hasAttribute(*element, "type")) throw AutomationError("A tag without a type has no value");
+    const auto name = tagType(*element);
+    const auto value = answer(name, {*document, *this, element.get(), file});
     if (!value) return {};
     return value->empty() ? "{Discard}" : *value;
 }
 
 std::string CommonProvider::GetProperty(const std::string& name) {
     const auto document = attached(mDocument);
-    const auto bare = make<Element>();
-    const auto value = answer(lower(name), {*document, *this, *bare, nullptr});
+    const auto value = answer(lower(name), {*document, *this, nullptr, nullptr});
     return value ? *value : "!UNCRECOGNISED TAG '" + name + "'!";
 }
 

@@ -4,11 +4,6 @@
 
 namespace quillbox {
 
-std::string TagRequest::Attribute(const std::string& name) const {
-    const auto* value = element.Attributes->Find(name);
-    return value ? toText(*value) : std::string();
-}
-
 std::string hrefOf(const TagRequest& request, const std::string& link) {
     if (link.empty() || isRemote(link)) return htmlText(link);
     const auto rootPath = commonTags().at("rootpath")(request);

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "engine/EngineDocument.h"
+#include "platform/engine/Tags.h"
 
 namespace quillbox {
 
@@ -11,11 +12,14 @@ namespace quillbox {
 struct TagRequest {
     EngineDocument& document;
     const IDataProvider& current;
-    const Element& element;
+    // None where a property was asked for.
+    const Element* element;
     const Ref<FileSystemObject>& file;
 
-    // Empty for an attribute that is not there.
-    std::string Attribute(const std::string& name) const;
+    // By its name in lower case; empty for an attribute that is not there.
+    std::string Attribute(std::string_view name) const {
+        return element ? attributeText(*element, name) : std::string();
+    }
 };
 
 using TagAnswer = std::string (*)(const TagRequest& request);

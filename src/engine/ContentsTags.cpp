@@ -74,9 +74,10 @@ std::string breadcrumb(const TagRequest& request) {
 void writeBranch(const TagRequest& request, const Place& place, const Node* first, int levels,
                  std::string& out) {
     if (levels == 0 || !first) return;
+    const auto* own = place.Own();
     out += "<ul>";
     for (const auto* node = first; node; node = place.At(node->nextSibling)) {
-        out += node == place.Own() ? "<li class=\"current\">" : "<li>";
+        out += node == own ? "<li class=\"current\">" : "<li>";
         out += anchor(request, *node);
         writeBranch(request, place, place.At(node->firstChild), levels - 1, out);
         out += "</li>";

@@ -183,6 +183,16 @@ bool isFile(const std::string& path) {
     return fs::is_regular_file(native(path), error);
 }
 
+bool isPlainFile(const std::string& path) {
+    struct stat state {};
+    return ::lstat(path.c_str(), &state) == 0 && S_ISREG(state.st_mode);
+}
+
+bool isSame(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return fs::equivalent(native(path), native(other), error);
+}
+
 bool isFolder(const std::string& path) {
     std::error_code error;
     return fs::is_directory(native(path), error);
@@ -197,6 +207,12 @@ void createFolder(const std::string& path) {
     fs::create_directories(native(path), error);
     if (!isFolder(path)) fail(path, "make the folder", error ? error.message() : "a file has its name");
 }
+
+void remove(const std::string& path) {
+    if (::unlink(path.c_str()) != 0 && errno != ENOENT) failNow(path, "remove");
+}
+
+bool removeEmptyFolder(const std::string& path) { return ::rmdir(path.c_str()) == 0; }
 
 std::uint64_t stamp(const std::string& path) {
     struct stat state {};

@@ -19,9 +19,17 @@ std::string readUtf8(const std::string& path);
 bool writeIfChanged(const std::string& path, std::string_view text);
 
 bool isFile(const std::string& path);
+// No link to one either.
+bool isPlainFile(const std::string& path);
+// Whether two paths lead to one file.
+bool isSame(const std::string& path, const std::string& other);
 bool isFolder(const std::string& path);
 bool isEqual(const std::string& path, std::string_view text);
 void createFolder(const std::string& path);
+// A file that is not there is fine.
+void remove(const std::string& path);
+// Tells whether it is gone; a folder with anything in it stays.
+bool removeEmptyFolder(const std::string& path);
 
 // What tells one state of a file from the next; 0 for a file that is not there.
 std::uint64_t stamp(const std::string& path);

@@ -48,9 +48,10 @@ class DocumentCondition : public Condition {
             throw AutomationError("The condition '" + mText + "' was given no document of this engine");
         ConditionExpression::Facts facts;
         facts.itemType = def ? def->Name : std::string();
-        facts.property = [&](const std::string& name) { return property(*owner, name, item, def); };
-        facts.variable = [&](const std::string& name) { return owner->Variable(name); };
-        facts.page = [&](const std::string& name) { return booleanText(owner->IsPage(name)); };
+        const auto propertyOf = [&](const std::string& name) { return property(*owner, name, item, def); };
+        facts.property = std::ref(propertyOf);
+        facts.variable = [owner](const std::string& name) { return owner->Variable(name); };
+        facts.page = [owner](const std::string& name) { return booleanText(owner->IsPage(name)); };
         return mExpression->Holds(facts);
     }
 
@@ -127,7 +128,10 @@ std::optional<std::string> EngineDocument::ReadData(const std::string& name,
     const auto sources = Sources();
     if (sources->empty()) return {};
     auto& data = *sources->front().data;
-    const ItemScope scope(data, def, item, type, parent);
+    const bool isCurrent = data.CurrentItem() == item && data.NamespaceDef() == def &&
+                           data.CurrentParentItem() == parent && data.CurrentItemType() == type;
+    std::optional<ItemScope> scope;
+    if (!isCurrent) scope.emplace(data, def, item, type, parent);
     auto value = data.GetProperty(name);
     return value.starts_with("!UNCRECOGNISED") ? std::nullopt : std::optional(std::move(value));
 }
@@ -140,14 +144,14 @@ std::string EngineDocument::Variable(const std::string& name) const {
     return VariableValues && VariableValues->HasKey(name) ? VariableValues->Item(name)->Value : std::string();
 }
 
-Language EngineDocument::Language() {
-    if (mState && mState->language) return *mState->language;
+const Language& EngineDocument::Language() {
+    if (mState && mState->knowsLanguage) return mLanguage;
     auto tag = Variable("Language");
     if (tag.empty()) tag = mShared->services.language;
     if (tag.empty()) tag = environmentLanguage();
-    auto language = languageOf(tag);
-    if (mState) mState->language = language;
-    return language;
+    mLanguage = languageOf(tag);
+    if (mState) mState->knowsLanguage = true;
+    return mLanguage;
 }
 
 std::string EngineDocument::Scrap(const std::string& name) {

@@ -45,7 +45,7 @@ struct BuildState {
     Ref<PageLayout> layout;
     std::shared_ptr<const std::vector<ItemSource>> sources;
     std::shared_ptr<const ContentsTree> contents;
-    std::optional<quillbox::Language> language;
+    bool knowsLanguage = false;
     EncodingNotes notes;
 };
 
@@ -84,7 +84,7 @@ class EngineDocument : public Document {
     bool IsPage(const std::string& name) const;
     // Empty where there is no such variable.
     std::string Variable(const std::string& name) const;
-    quillbox::Language Language();
+    const quillbox::Language& Language();
     // The contents of the template being generated; none where it has none.
     std::shared_ptr<const ContentsTree> Contents();
     // The node that is being written with a scrap, in its tree.
@@ -110,6 +110,7 @@ class EngineDocument : public Document {
     std::unique_ptr<BuildState> mState;
     NodePlace mCurrentNode;
     bool mCollectingContents = false;
+    quillbox::Language mLanguage;
     std::unordered_map<std::string, std::shared_ptr<const ConditionExpression>> mConditions;
     std::unordered_map<std::string, std::pair<std::uint64_t, std::shared_ptr<const TagPieces>>> mLoadedPages;
     std::string mBuiltTemplate;

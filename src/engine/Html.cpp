@@ -14,6 +14,10 @@ int hexadecimal(char c) {
 }  // namespace
 
 std::string htmlText(std::string_view text) {
+    bool special = false;
+    for (const char c : text)
+        special |= c == '&' || c == '<' || c == '>' || c == '"' || c == '\r' || c == '\n';
+    if (!special) return std::string(text);
     std::string html;
     html.reserve(text.size() + 16);
     for (const char c : text) {
@@ -113,13 +117,16 @@ std::string anchorName(std::string_view text) {
 
 bool isRemote(std::string_view link) {
     if (link.starts_with('/') || link.starts_with('\\')) return true;
-    const auto end = link.find_first_of(":/?#");
-    return end != std::string_view::npos && link[end] == ':';
+    for (const char c : link) {
+        if (c == ':' || c == '/' || c == '?' || c == '#') return c == ':';
+    }
+    return false;
 }
 
 std::size_t endOfTag(std::string_view html, std::size_t from) {
-    for (auto at = from; (at = html.find_first_of("\"'>", at)) != std::string_view::npos; ++at) {
+    for (auto at = from; at < html.size(); ++at) {
         if (html[at] == '>') return at;
+        if (html[at] != '"' && html[at] != '\'') continue;
         at = html.find(html[at], at + 1);
         if (at == std::string_view::npos) return at;
     }
@@ -158,6 +165,11 @@ std::string decodedLink(std::string_view link) {
     return text;
 }
 
-std::string_view withoutFragment(std::string_view link) { return link.substr(0, link.find_first_of("?#")); }
+std::string_view withoutFragment(std::string_view link) {
+    for (std::size_t at = 0; at < link.size(); ++at) {
+        if (link[at] == '?' || link[at] == '#') return link.substr(0, at);
+    }
+    return link;
+}
 
 }  // namespace quillbox

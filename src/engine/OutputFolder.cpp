@@ -42,6 +42,8 @@ std::string realFolder(const std::string& folder) {
     return disk::asFolder(real.string());
 }
 
+std::string folderOf(const std::string& name) { return name.substr(0, name.rfind('/') + 1); }
+
 void checkPiece(const std::string& name, const std::string& piece) {
     if (piece == "..") refuse(name, "it leaves the output folder");
     if (isDevice(piece)) refuse(name, "'" + piece + "' names a device");
@@ -86,6 +88,12 @@ void OutputFolder::Claim(const std::string& name, const std::string& by) {
 
 bool OutputFolder::IsClaimed(const std::string& name) const { return mClaimed.contains(foldKey(name)); }
 
+bool OutputFolder::IsClaimedFile(const std::string& name) const {
+    const auto found = mClaimed.find(foldKey(name));
+    return found != mClaimed.end() &&
+           (found->second.name == name || disk::isSame(mDisk + name, mDisk + found->second.name));
+}
+
 // A link in the way may not lead what is written out of the folder.
 void OutputFolder::prepareFolderOf(const std::string& name) {
     const auto slash = name.rfind('/');
@@ -101,6 +109,19 @@ void OutputFolder::prepareFolderOf(const std::string& name) {
 void OutputFolder::Write(const std::string& name, std::string_view text) {
     prepareFolderOf(name);
     disk::writeIfChanged(mDisk + name, text);
+    mWritten.push_back({name, contentSum(text)});
+}
+
+void OutputFolder::RemoveIfSame(const WrittenFile& file) const {
+    std::string checked;
+    if (!ignoringFailures([&] { checked = checkedOutputName(file.name); }) || checked != file.name) return;
+    const auto path = mDisk + file.name;
+    if (!disk::isPlainFile(path) || !realFolder(folderOf(path)).starts_with(realFolder(mDisk))) return;
+    if (contentSum(disk::read(path)) != file.sum) return;
+    disk::remove(path);
+    for (auto below = folderOf(file.name); !below.empty();
+         below = folderOf(below.substr(0, below.size() - 1)))
+        if (!disk::removeEmptyFolder(mDisk + below)) return;
 }
 
 }  // namespace quillbox

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/Object.h"
+#include "engine/BuildRecord.h"
 
 namespace quillbox {
 
@@ -30,9 +31,15 @@ class OutputFolder {
     // Takes a name for this build. Fails where it is taken already, in this or another case.
     void Claim(const std::string& name, const std::string& by);
     bool IsClaimed(const std::string& name) const;
+    // The same in this very spelling, or in one that is the same file here.
+    bool IsClaimedFile(const std::string& name) const;
 
     // A name that was checked. Makes the folders in it.
     void Write(const std::string& name, std::string_view text);
+    // All that was written, in its order.
+    const std::vector<WrittenFile>& Written() const { return mWritten; }
+    // Removes a file that is as it was written, and the folders that are empty then. Any other stays.
+    void RemoveIfSame(const WrittenFile& file) const;
 
   private:
     struct Claimed {
@@ -44,6 +51,7 @@ class OutputFolder {
     std::string mPath, mDisk;
     std::unordered_map<std::string, Claimed> mClaimed;
     std::unordered_set<std::string> mPrepared;
+    std::vector<WrittenFile> mWritten;
 };
 
 }  // namespace quillbox

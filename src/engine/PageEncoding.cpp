@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 #include "base/AutomationError.h"
@@ -105,6 +106,18 @@ std::string_view held(UConverter* converter, UChar32 character, std::array<char,
     return {buffer.data(), static_cast<std::size_t>(size)};
 }
 
+// How many bytes of the text are ASCII before the first that is not.
+std::size_t asciiLength(std::string_view text) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::size_t at = 0;
+    for (std::uint64_t word = 0; at + sizeof word <= text.size(); at += sizeof word) {
+        std::memcpy(&word, text.data() + at, sizeof word);
+        if (word & kHighBits) break;
+    }
+    while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80) ++at;
+    return at;
+}
+
 std::string lineAround(const std::string& text, std::size_t at) {
     const auto begin = at == 0 ? std::string::npos : text.rfind('\n', at - 1);
     const auto from = begin == std::string::npos ? 0 : begin + 1;
@@ -119,7 +132,6 @@ class Encoder {
     Encoder(const std::string& page, const std::string& text, PageEncoding encoding, const Language& language,
             EncodingNotes& notes)
         : mPage(page), mText(text), mEncoding(encoding), mLanguage(language), mNotes(notes) {
-        if (encoding != PageEncoding::Ascii) mConverter = openConverter(language.codePage);
         if (encoding == PageEncoding::AsciiButTitle) findTitle();
     }
 
@@ -158,12 +170,12 @@ class Encoder {
         const auto* bytes = mText.data();
         auto at = static_cast<std::int64_t>(from);
         while (at < static_cast<std::int64_t>(to)) {
-            const auto start = static_cast<std::size_t>(at);
-            if (static_cast<unsigned char>(bytes[start]) < 0x80) {
-                mOut += bytes[start];
-                ++at;
-                continue;
-            }
+            auto start = static_cast<std::size_t>(at);
+            const auto plain = asciiLength({bytes + start, to - start});
+            mOut.append(bytes + start, plain);
+            start += plain;
+            if (start == to) return;
+            at = static_cast<std::int64_t>(start);
             UChar32 character = 0;
             U8_NEXT_OR_FFFD(bytes, at, static_cast<std::int64_t>(to), character);
             put(character, start);
@@ -173,6 +185,7 @@ class Encoder {
     void put(UChar32 character, std::size_t at) {
         std::array<char, 8> buffer;
         if (inCodePage(at)) {
+            if (!mConverter) mConverter = openConverter(mLanguage.codePage);
             const auto inPage = held(mConverter.get(), character, buffer);
             mOut += inPage;
             if (!inPage.empty()) return;
@@ -258,10 +271,9 @@ std::string environmentLanguage() {
     return {};
 }
 
-std::string encode(const std::string& page, const std::string& text, PageEncoding encoding,
-                   const Language& language, const std::vector<RawRange>& raw, EncodingNotes& notes) {
-    const bool plain = std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; });
-    if (encoding == PageEncoding::Utf8 || plain) return text;
+std::string encode(const std::string& page, std::string text, PageEncoding encoding, const Language& language,
+                   const std::vector<RawRange>& raw, EncodingNotes& notes) {
+    if (encoding == PageEncoding::Utf8 || asciiLength(text) == text.size()) return text;
     return Encoder(page, text, encoding, language, notes).Run(raw);
 }
 

@@ -48,7 +48,7 @@ struct EncodingNotes {
 };
 
 // The bytes of a page.
-std::string encode(const std::string& page, const std::string& text, PageEncoding encoding,
-                   const Language& language, const std::vector<RawRange>& raw, EncodingNotes& notes);
+std::string encode(const std::string& page, std::string text, PageEncoding encoding, const Language& language,
+                   const std::vector<RawRange>& raw, EncodingNotes& notes);
 
 }  // namespace quillbox

@@ -1,6 +1,7 @@
 #include "library/PublishedProperty.h"
 
 #include "base/AutomationError.h"
+#include "frame/typelib/LateBound.h"
 #include "frame/typelib/TypeLibrary.h"
 
 namespace quillbox {
@@ -12,8 +13,10 @@ std::optional<std::string> readPublishedProperty(Object& item, const std::string
     const auto* member = info ? info->FindMember(name) : nullptr;
     if (!member || member->kind == MemberKind::Method || !member->params.empty()) return {};
     std::optional<std::string> text;
+    Arguments none;
     ignoringFailures([&] {
-        const auto value = getMember(item, name);
+        const bool isLate = dynamic_cast<LateBound*>(&item) != nullptr;
+        const auto value = isLate ? getMember(item, name) : readMember(item, *member, none);
         if (dot == std::string::npos) {
             text = toText(value);
         } else {

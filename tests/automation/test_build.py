@@ -58,8 +58,9 @@ class BuildCase(MachineTest):
         return path
 
     def written(self):
+        """The files of the working folder, but for the build's own notes."""
         return sorted(os.path.relpath(os.path.join(folder, name), self.path("work"))
-                      for folder, _, names in os.walk(self.path("work")) for name in names)
+                      for folder, _, names in os.walk(self.path("work")) for name in names if name[0] != ".")
 
     def page(self, name):
         return self.read("work/" + name).decode()

@@ -99,9 +99,9 @@ TEST_F(BookletTemplateTest, WritesOnePageBesideItsSupportFiles) {
     for (const auto& entry : fs::directory_iterator(mFolder.Path()))
         made.push_back(entry.path().filename().string());
     std::sort(made.begin(), made.end());
-    EXPECT_EQ(made, (std::vector<std::string>{"Handbook_manifest.html", "PrintTemplates", "ProjectData",
-                                              "TopicData", "booklet.css", "css", "handbook.h", "handbook.qbp",
-                                              "images"}));
+    EXPECT_EQ(made, (std::vector<std::string>{".quillbox-build", "Handbook_manifest.html", "PrintTemplates",
+                                              "ProjectData", "TopicData", "booklet.css", "css", "handbook.h",
+                                              "handbook.qbp", "images"}));
     EXPECT_THAT(read("PrintTemplates/Standard.html"), HasSubstr(".THeader"));
 }
 

@@ -125,6 +125,11 @@ TEST_F(NamesTest, OutputThatCannotBeWrittenNamesTheFile) {
     mDocument->OutputRoot = mFolder.Path() + "a file/below";
     writeFile(mFolder.Path() + "a file", "x");
     EXPECT_THAT(BuildFailure(), HasSubstr(mFolder.Path() + "a file/below"));
+    // Nobody makes a folder or a file there, whatever the rights.
+    mDocument->OutputRoot = "/proc/quillbox";
+    EXPECT_THAT(BuildFailure(), HasSubstr("/proc/quillbox/: cannot make the folder"));
+    mDocument->OutputRoot = "/proc";
+    EXPECT_THAT(BuildFailure(), HasSubstr("/proc/one.html: cannot write"));
 }
 
 // Makes every file end at a size, as a full disk does.
@@ -163,6 +168,20 @@ TEST_F(NamesTest, OutputThatDoesNotFitLeavesNoHalfPage) {
     EXPECT_EQ(Output("one.html"), std::string(1000, 'a'));
     EXPECT_THAT(failureOfNew, HasSubstr(mOutput + "two.html: cannot write"));
     EXPECT_FALSE(hasFile(mOutput + "two.html"));
+}
+
+TEST_F(NamesTest, NotesOfABuildThatDoNotFitAreToldToo) {
+    mGuide->AddPage("one", "One");
+    std::string failure;
+    {
+        const SizeLimit limit(40);
+        failure = BuildFailure();
+    }
+    EXPECT_THAT(failure, HasSubstr(mOutput + ".quillbox-build: cannot write"));
+    EXPECT_FALSE(hasFile(mOutput + ".quillbox-build"));
+    EXPECT_EQ(Output("one.html"), "One");
+    Build();
+    EXPECT_THAT(Output(".quillbox-build"), HasSubstr(" one.html\n"));
 }
 
 TEST_F(NamesTest, LinksDoNotLeadOutOfTheOutputFolder) {

@@ -1,6 +1,7 @@
 #include "platform/engine/Tags.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 #include "base/AutomationError.h"
 #include "base/Text.h"
@@ -40,18 +41,18 @@ std::string_view withoutQuotes(std::string_view value) {
     return value;
 }
 
-void addAttribute(Element& element, std::string_view piece) {
+void addAttribute(SplitTag& element, std::string_view piece) {
     const auto sign = piece.find('=');
     if (sign == std::string_view::npos) return;
     const auto rest = piece.substr(sign + 1);
     const auto value = withoutQuotes(rest.substr(0, rest.find('=')));
-    element.Attributes->Add(Value(value), Value(piece.substr(0, sign)));
+    element.Add(piece.substr(0, sign), value);
 }
 
-Ref<Element> parseTag(std::string_view tag) {
-    auto element = make<Element>();
+Ref<SplitTag> parseTag(std::string_view tag) {
+    auto element = make<SplitTag>();
     const auto colon = tag.find(':');
-    element->Attributes->Add(Value(tag.substr(0, colon)), "type");
+    element->Add("type", tag.substr(0, colon));
     if (colon == std::string_view::npos) return element;
     for (const auto& piece : split(tag.substr(colon + 1), ",")) addAttribute(*element, piece);
     return element;
@@ -86,7 +87,7 @@ class Splitter {
     }
 
     void addTag(std::string_view tag, std::string_view written) {
-        Ref<Element> element;
+        Ref<SplitTag> element;
         try {
             element = parseTag(tag);
         } catch (const AutomationError& error) {
@@ -94,8 +95,8 @@ class Splitter {
                                   " cannot be read: " + error.Description());
         }
         if (sameText(tag.substr(0, tag.find(':')), "ReplaceInQuotes")) {
-            if (const auto* value = element->Attributes->Find("Value"))
-                mInQuotes = sameText(toText(*value), "True");
+            if (hasAttribute(*element, "value"))
+                mInQuotes = sameText(attributeText(*element, "value"), "True");
         } else {
             mPieces.push_back({std::string(written), element, mLine});
         }
@@ -140,7 +141,43 @@ class Level {
     Level& operator=(const Level&) = delete;
 };
 
+const SplitTag* splitTag(const Element& tag) {
+    return typeid(tag) == typeid(SplitTag) ? static_cast<const SplitTag*>(&tag) : nullptr;
+}
+
+const std::string* find(const SplitTag& tag, std::string_view name) {
+    for (const auto& [known, value] : tag.attributes) {
+        if (known == name) return &value;
+    }
+    return nullptr;
+}
+
 }  // namespace
+
+void SplitTag::Add(std::string_view name, std::string_view value) {
+    Attributes->Add(Value(value), Value(name));
+    if (attributes.empty()) type = lower(value);
+    if (!name.empty()) attributes.emplace_back(foldKey(name), value);
+}
+
+bool hasAttribute(const Element& tag, std::string_view name) {
+    const auto* split = splitTag(tag);
+    return split ? find(*split, name) != nullptr : tag.Attributes->Find(Value(name)) != nullptr;
+}
+
+std::string attributeText(const Element& tag, std::string_view name) {
+    if (const auto* split = splitTag(tag)) {
+        const auto* value = find(*split, name);
+        return value ? *value : std::string();
+    }
+    const auto* value = tag.Attributes->Find(Value(name));
+    return value ? toText(*value) : std::string();
+}
+
+std::string tagType(const Element& tag) {
+    const auto* split = splitTag(tag);
+    return split ? split->type : lower(attributeText(tag, "type"));
+}
 
 TagPieces splitTags(std::string_view text, bool replaceInQuotes) {
     return Splitter(text, replaceInQuotes).Run();

@@ -3,11 +3,31 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/engine/Providers.h"
 
 namespace quillbox {
+
+// A tag of a text that was split. It stays as it is, so its attributes stand in a table of their own too,
+// where they are found at once however often they are asked for.
+class SplitTag final : public Element {
+  public:
+    // The type comes first.
+    void Add(std::string_view name, std::string_view value);
+
+    std::string type;
+    // By folded names.
+    std::vector<std::pair<std::string, std::string>> attributes;
+};
+
+// Reading the attributes of any tag, by names in lower case.
+bool hasAttribute(const Element& tag, std::string_view name);
+// Empty for an attribute that is not there.
+std::string attributeText(const Element& tag, std::string_view name);
+// In lower case.
+std::string tagType(const Element& tag);
 
 // A stretch of template text: plain text, or one tag.
 struct TagPiece {
