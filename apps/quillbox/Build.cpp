@@ -143,6 +143,8 @@ int build(const Options& options) {
     if (!options.site.empty()) {
         document->OutputRoot = fullPath(options.site) + "/";
         std::filesystem::create_directories(document->OutputRoot);
+        // Before the build: a compiler wants to find them.
+        copyOtherFiles(*project, document->OutputRoot);
     }
     Watch watch(*document);
     // One pass: the problems are told, and the user decides.
@@ -150,9 +152,9 @@ int build(const Options& options) {
         [](Ref<Document>&, Ref<BuildResult>&, bool& cancel) { cancel = true; });
     const auto whyNot = options.noCompile ? std::string() : whyNotCompiled(*project);
     const bool compile = !options.noCompile && whyNot.empty();
-    const auto result = project->Build(document, "", options.related, compile, !options.keep);
+    const bool cleanUp = !options.keep && options.site.empty();
+    const auto result = project->Build(document, "", options.related, compile, cleanUp);
     if (result->Cancelled) return watch.Stopped();
-    if (!options.site.empty()) copyOtherFiles(*project, document->OutputRoot);
     if (printProblems(*project, result->CompilerLog) > 0) return kFoundProblems;
     if (!whyNot.empty()) std::fprintf(stderr, "%s\n", whyNot.c_str());
     const auto made = compile ? document->OutputFileName : document->OutputPath;

@@ -27,7 +27,7 @@ class Planner {
         for (const auto& layout : mTemplate.Layouts()) {
             if (!layout->IsBound() && layout->compileType == 0) planOnce(layout, mPlan.pages);
         }
-        const int compileType = static_cast<int>(leadingNumber(mDocument.CompileType));
+        const int compileType = toInteger(leadingNumber(mDocument.CompileType));
         for (const auto& layout : mTemplate.Layouts()) {
             if (layout->compileType != 0 && layout->compileType == compileType)
                 planOnce(layout, mPlan.inputs);

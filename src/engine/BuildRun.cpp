@@ -136,8 +136,7 @@ std::string BuildRun::owner() const {
 std::optional<CompileJob> BuildRun::planCompiling() {
     if (!mDocument.Compile || mPlan.inputs.empty()) return {};
     CompileJob job;
-    job.compiler =
-        findCompiler(mDocument.CompilerFileName, static_cast<int>(leadingNumber(mDocument.CompileType)));
+    job.compiler = findCompiler(mDocument.CompilerFileName, toInteger(leadingNumber(mDocument.CompileType)));
     job.folder = disk::asFolder(std::filesystem::absolute(mState->output.Disk()).string());
     job.compiledName = compiledFileName(mDocument);
     job.target = mState->output.OnDisk(mDocument.OutputFileName);

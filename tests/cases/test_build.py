@@ -79,6 +79,17 @@ class Site(Case):
         self.assertTrue((site / "css" / "handbook.css").is_file())
         self.assertEqual(sorted(project.parent.rglob("*")), before)
 
+    def test_holds_the_help_file_too_where_it_is_compiled(self):
+        project = self.handbook()
+        before = sorted(project.parent.rglob("*"))
+        out, _ = self.run_program("build", project, "--template", "HTML Help", "--site", "site")
+        site = self.folder / "site"
+        self.assertEqual(out, f"{site}/\n")
+        self.assertTrue((site / "Welcome.html").is_file())
+        listed = subprocess.run(["7z", "l", "-ba", site / "handbook.chm"], check=True, capture_output=True, text=True)
+        self.assertIn("css/handbook.css", listed.stdout.replace("\\", "/"))
+        self.assertEqual(sorted(project.parent.rglob("*")), before)
+
     def test_every_link_between_its_pages_leads_somewhere(self):
         self.run_program("build", self.handbook(), "--site", "site", "--no-compile")
         site = self.folder / "site"

@@ -102,6 +102,14 @@ TEST_F(BuildTest, WritesTheInputsOfItsCompileTypeLast) {
     EXPECT_EQ(mGuide->calls.back(), "StreamContent files");
 }
 
+TEST_F(BuildTest, ACompileTypeBeyondAllNumbersFails) {
+    PutTemplate("<Page File='in.hhp' CompileType='1'/>");
+    Put("in.hhp", "input");
+    mDocument->CompileType = "1e300";
+    EXPECT_NE(BuildFailure(), "no failure");
+    EXPECT_FALSE(hasFile(mOutput + "in.hhp"));
+}
+
 TEST_F(BuildTest, ReportsLocalFilesThatPagesReferTo) {
     PutTemplate("<Page File='page.html' ItemType='test.guide:page'/>");
     Put("page.html",
