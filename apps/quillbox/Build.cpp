@@ -143,8 +143,6 @@ int build(const Options& options) {
     if (!options.site.empty()) {
         document->OutputRoot = fullPath(options.site) + "/";
         std::filesystem::create_directories(document->OutputRoot);
-        // Before the build: a compiler wants to find them.
-        copyOtherFiles(*project, document->OutputRoot);
     }
     Watch watch(*document);
     // One pass: the problems are told, and the user decides.
@@ -152,14 +150,18 @@ int build(const Options& options) {
         [](Ref<Document>&, Ref<BuildResult>&, bool& cancel) { cancel = true; });
     const auto whyNot = options.noCompile ? std::string() : whyNotCompiled(*project);
     const bool compile = !options.noCompile && whyNot.empty();
-    const bool cleanUp = !options.keep && options.site.empty();
+    const bool toSite = !options.site.empty();
+    // A compiler wants to find them.
+    if (toSite && compile) copyOtherFiles(*project, document->OutputRoot);
+    const bool cleanUp = !options.keep && !toSite;
     const auto result = project->Build(document, "", options.related, compile, cleanUp);
     if (result->Cancelled) return watch.Stopped();
+    if (toSite && !compile) copyOtherFiles(*project, document->OutputRoot);
     if (printProblems(*project, result->CompilerLog) > 0) return kFoundProblems;
     if (!whyNot.empty()) std::fprintf(stderr, "%s\n", whyNot.c_str());
     const auto made = compile ? document->OutputFileName : document->OutputPath;
-    const auto output = options.site.empty() ? made : document->OutputRoot;
-    if (!options.noCompile || !options.site.empty()) std::printf("%s\n", output.c_str());
+    const auto output = toSite ? document->OutputRoot : made;
+    if (!options.noCompile || toSite) std::printf("%s\n", output.c_str());
     return kDone;
 }
 

@@ -9,6 +9,7 @@
 #include "content/OtherFiles.h"
 #include "frame/Module.h"
 #include "frame/Platform.h"
+#include "platform/engine/BuildRecordName.h"
 #include "project/QbProject.h"
 
 namespace quillbox {
@@ -191,6 +192,7 @@ void BuildDriver::cleanUp() {
         if (startsWithText(name, "col_")) continue;
         ignoringFailures([&] { newFile(folder + name)->Delete(); });
     }
+    ignoringFailures([&] { newFile(folder + std::string(kBuildRecordName))->Delete(); });
 }
 
 }  // namespace quillbox

@@ -8,6 +8,7 @@
 
 #include "engine/Disk.h"
 #include "engine/OutputFolder.h"
+#include "platform/engine/BuildRecordName.h"
 
 namespace quillbox {
 
@@ -50,7 +51,7 @@ std::uint64_t contentSum(std::string_view bytes) {
 }
 
 BuildRecord::BuildRecord(const std::string& folder, std::string owner)
-    : mFile(folder + ".quillbox-build"), mOwner(std::move(owner)) {
+    : mFile(folder + std::string(kBuildRecordName)), mOwner(std::move(owner)) {
     std::replace_if(
         mOwner.begin(), mOwner.end(), [](unsigned char c) { return c < 0x20; }, ' ');
     read();

@@ -59,7 +59,7 @@ class CompiledHandbook(Case):
         before = {p.relative_to(project.parent) for p in project.parent.rglob("*")}
         self.run_program("build", project, "--output", self.folder / "out.chm")
         after = {p.relative_to(project.parent) for p in project.parent.rglob("*")}
-        self.assertEqual({str(p) for p in after - before}, {"help.css", ".quillbox-build"})
+        self.assertEqual({str(p) for p in after - before}, {"help.css"})
 
     def test_a_second_build_writes_no_page_again(self):
         project = self.handbook()

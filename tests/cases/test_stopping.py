@@ -96,7 +96,7 @@ class CtrlC(Build):
         self.assertEqual(process.returncode, 128 + signal.SIGINT, err)
         self.assertEqual(err, "quillbox: stopped, with 3 of 3 pages written\n")
         self.assertEqual(output.read_text(), "the old one")
-        self.assertEqual({p.name for p in project.parent.iterdir()} - {"begun", "help.css"},
+        self.assertEqual({p.name for p in project.parent.iterdir()} - {"begun", "help.css", ".quillbox-build"},
                          {"made.qbp", "made.chm", "Page1.html", "Page2.html", "Page3.html",
                           "Made.hhp", "Made.hhc", "Made.hhk"})
 
