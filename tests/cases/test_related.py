@@ -4,13 +4,12 @@ import os
 import pathlib
 import shutil
 import subprocess
-import sys
 import unittest
 
 from support import PROGRAM, SOURCE, Case
 
 BUILT = pathlib.Path(PROGRAM).resolve().parents[1]
-LIBRARY = os.environ.get("QUILLBOX_LIBRARY", str(BUILT / "lib" / "libquillbox.so"))
+REGISTER = os.environ.get("QUILLBOX_REGISTER", str(BUILT / "bin" / "quillbox_register"))
 RELATED = os.environ.get("QUILLBOX_RELATED", str(BUILT / "lib" / "libquillbox_related.so"))
 GARDEN = SOURCE / "examples" / "garden"
 
@@ -27,9 +26,7 @@ class Related(Case):
         """The library registers its own classes; those of the other one are written as its set-up would."""
         registry = self.folder / "registry"
         registry.mkdir()
-        subprocess.run([sys.executable, "-c", "import ctypes, sys; "
-                        f"sys.exit(ctypes.CDLL({LIBRARY!r}).DllRegisterServer())"],
-                       env=dict(os.environ, QUILLBOX_REGISTRY=str(registry)), check=True)
+        subprocess.run([REGISTER], env=dict(os.environ, QUILLBOX_REGISTRY=str(registry)), check=True)
         with open(registry / "local_machine.ini", "a") as file:
             for name, class_id in (("Codemark.Root", "{ROOT}"), ("Codemark.Loader", "{LOADER}")):
                 file.write(f"\n[Software\\Classes\\{name}\\CLSID]\n={class_id}\n"
