@@ -140,7 +140,7 @@ std::int32_t invokeByName(QbObject* self, const char* name, std::int32_t access,
         if (!name) throw AutomationError("A member needs a name");
         const auto& one = exportedOf(self);
         const auto object = one.held.Get();
-        if (auto* late = dynamic_cast<LateBound*>(object.get())) {
+        if (auto* late = object->AsLateBound()) {
             return invokeLate(*late, name, access, arguments, count, value);
         }
         const auto& info = infoOf(one);

@@ -70,7 +70,8 @@ class Call {
 };
 
 LateBound& lateBound(py::handle object) {
-    if (auto* late = dynamic_cast<LateBound*>(unwrap(object).get())) return *late;
+    const auto& handle = unwrap(object);
+    if (auto* late = handle ? handle->AsLateBound() : nullptr) return *late;
     throw py::type_error("an object of another library is needed");
 }
 

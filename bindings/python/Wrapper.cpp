@@ -47,7 +47,7 @@ PyTypeObject* typeOf(const Ref<Object>& object) {
     const auto* info = TypeLibrary::Get().FindClass(object->ClassName());
     const auto found = registry().types.find(info);
     if (found != registry().types.end()) return found->second;
-    if (packageTypes().foreign && std::dynamic_pointer_cast<LateBound>(object)) {
+    if (packageTypes().foreign && object->AsLateBound()) {
         return reinterpret_cast<PyTypeObject*>(packageTypes().foreign.ptr());
     }
     return registry().base;

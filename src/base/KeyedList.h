@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "base/AutomationError.h"
@@ -21,13 +20,15 @@ class KeyedList {
 
     // The item, or nullptr where there is none.
     const T* Find(const Value& index) const {
-        if (const auto* key = index.If<std::string>()) {
-            const auto found = mByKey.find(foldKey(*key));
-            return found == mByKey.end() ? nullptr : &found->second->item;
-        }
+        if (const auto* key = index.If<std::string>()) return FindKey(*key);
         if (index.IsMissing() || index.If<Value::Empty>() || index.If<Ref<Object>>()) return nullptr;
         const auto position = toInteger(index);
         return position >= 1 && position <= Count() ? &mEntries[position - 1]->item : nullptr;
+    }
+
+    const T* FindKey(std::string_view key) const {
+        const auto found = mByKey.find(key);
+        return found == mByKey.end() ? nullptr : &found->second->item;
     }
 
     const T& At(const Value& index) const {
@@ -35,7 +36,7 @@ class KeyedList {
         fail(index);
     }
 
-    bool HasKey(const std::string& key) const { return mByKey.contains(foldKey(key)); }
+    bool HasKey(const std::string& key) const { return mByKey.contains(key); }
 
     // The key is used where it is given and not empty. "Before" wins over "after"; with neither the item
     // goes to the end. A key that is taken, or a neighbour that is not there, fails and changes nothing.
@@ -49,10 +50,9 @@ class KeyedList {
         }
         auto entry = std::make_unique<Entry>(Entry{std::move(item), {}});
         if (!key.IsBlank()) {
-            const auto text = toText(key);
-            entry->key = foldKey(text);
+            entry->key = toText(key);
             if (!mByKey.emplace(entry->key, entry.get()).second) {
-                throw AutomationError("The key '" + text + "' is already in this collection");
+                throw AutomationError("The key '" + entry->key + "' is already in this collection");
             }
         }
         mEntries.insert(place, std::move(entry));
@@ -113,7 +113,7 @@ class KeyedList {
     }
 
     Entries mEntries;
-    std::unordered_map<std::string, Entry*> mByKey;
+    FoldedMap<Entry*> mByKey;
 };
 
 }  // namespace quillbox

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "base/Object.h"
@@ -19,10 +18,10 @@ class NameTable {
     Ref<T> Find(std::string_view wanted, unsigned long state, Items&& items, Name&& name) {
         if (mState != state) {
             mByName.clear();
-            for (const auto& item : items()) mByName.emplace(foldKey(name(*item)), item);
+            for (const auto& item : items()) mByName.emplace(name(*item), item);
             mState = state;
         }
-        const auto found = mByName.find(foldKey(wanted));
+        const auto found = mByName.find(wanted);
         return found == mByName.end() ? nullptr : found->second;
     }
     // To be called when the list itself changed.
@@ -32,7 +31,7 @@ class NameTable {
     }
 
   private:
-    std::unordered_map<std::string, Ref<T>> mByName;
+    FoldedMap<Ref<T>> mByName;
     unsigned long mState = 0;
 };
 

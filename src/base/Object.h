@@ -9,6 +9,8 @@ namespace quillbox {
 template <class T>
 using Ref = std::shared_ptr<T>;
 
+class LateBound;
+
 // Anything that a caller can hold: reference counted, known by the name of its class.
 class Object : public std::enable_shared_from_this<Object> {
   public:
@@ -19,6 +21,10 @@ class Object : public std::enable_shared_from_this<Object> {
 
     // The published name, by which members are found.
     virtual std::string_view ClassName() const = 0;
+
+    // The same object, where its members are found by name when they are used; none for all classes of this
+    // library.
+    virtual LateBound* AsLateBound() { return nullptr; }
 
     // Runs once, when the first handle exists; a weak handle to oneself is empty in a constructor.
     virtual void Created() {}

@@ -7,9 +7,11 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <locale>
 #include <memory>
 #include <sstream>
@@ -20,19 +22,76 @@ namespace quillbox {
 
 namespace {
 
-bool isAscii(std::string_view text) {
-    unsigned char bits = 0;
-    for (const char c : text) bits |= static_cast<unsigned char>(c);
-    return bits < 0x80;
+// Text that is all ASCII is the usual case, and is gone through eight characters at a time.
+using Word = std::uint64_t;
+constexpr Word kOnes = 0x0101010101010101;
+constexpr Word kHighBits = kOnes * 0x80;
+
+static_assert(std::endian::native == std::endian::little);
+
+constexpr Word every(unsigned char c) { return kOnes * c; }
+
+template <class Number>
+Number loaded(const char* from) {
+    Number number = 0;
+    std::memcpy(&number, from, sizeof number);
+    return number;
 }
+
+// Up to eight characters; zeros for those beyond the end.
+Word wordAt(std::string_view text, std::size_t at) {
+    const auto* from = text.data() + at;
+    const auto left = text.size() - at;
+    if (left >= sizeof(Word)) return loaded<Word>(from);
+    // Two loads that overlap, as a copy of unknown length costs more than the rest.
+    const auto both = [&]<class Part>(Part first, Part last) {
+        return Word{first} | Word{last} << (left - sizeof(Part)) * 8;
+    };
+    if (left >= 4) return both(loaded<std::uint32_t>(from), loaded<std::uint32_t>(from + left - 4));
+    if (left >= 2) return both(loaded<std::uint16_t>(from), loaded<std::uint16_t>(from + left - 2));
+    return left == 1 ? static_cast<unsigned char>(*from) : 0;
+}
+
+// Of ASCII characters: the high bit of each between two letters.
+constexpr Word marksOf(Word word, char first, char last) {
+    const auto from = static_cast<unsigned char>(0x80 - first),
+               beyond = static_cast<unsigned char>(0x7F - last);
+    return (word + every(from)) & ~(word + every(beyond)) & kHighBits;
+}
+constexpr Word lowered(Word word) { return word | (marksOf(word, 'A', 'Z') >> 2); }
+constexpr Word uppered(Word word) { return word & ~(marksOf(word, 'a', 'z') >> 2); }
 
 char asciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 char asciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
-std::string mapped(std::string_view text, char (*map)(char)) {
+bool isAscii(std::string_view text) {
+    Word bits = 0;
+    for (std::size_t at = 0; at < text.size(); at += sizeof bits) bits |= wordAt(text, at);
+    return (bits & kHighBits) == 0;
+}
+
+// Of ASCII text.
+template <Word (*Map)(Word)>
+std::string mapped(std::string_view text) {
     std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), map);
+    std::size_t at = 0;
+    for (; at + sizeof(Word) <= text.size(); at += sizeof(Word)) {
+        const auto word = Map(wordAt(text, at));
+        std::memcpy(result.data() + at, &word, sizeof word);
+    }
+    for (auto rest = Map(wordAt(text, at)); at < text.size(); ++at, rest >>= 8)
+        result[at] = static_cast<char>(rest);
     return result;
+}
+
+std::size_t hashOfAscii(std::string_view text) {
+    constexpr Word kFactor = 0x9E3779B97F4A7C15;
+    Word hash = text.size() * kFactor;
+    for (std::size_t at = 0; at < text.size(); at += sizeof hash) {
+        hash = (hash ^ lowered(wordAt(text, at))) * kFactor;
+        hash ^= hash >> 32;
+    }
+    return hash;
 }
 
 icu::StringPiece piece(std::string_view text) {
@@ -60,10 +119,12 @@ std::string fold(std::string_view text) {
 
 bool sameText(std::string_view a, std::string_view b) {
     const auto common = std::min(a.size(), b.size());
-    for (std::size_t at = 0; at < common; ++at) {
-        if (static_cast<unsigned char>(a[at] | b[at]) >= 0x80) return foldKey(a) == foldKey(b);
+    for (std::size_t at = 0; at < common; at += sizeof(Word)) {
+        const auto one = wordAt(a.substr(0, common), at), other = wordAt(b.substr(0, common), at);
+        if (one == other) continue;
+        if ((one | other) & kHighBits) return foldKey(a) == foldKey(b);
         // What follows cannot make two different letters the same.
-        if (asciiLower(a[at]) != asciiLower(b[at])) return false;
+        if (lowered(one) != lowered(other)) return false;
     }
     return a.size() == b.size();
 }
@@ -77,7 +138,7 @@ bool endsWithText(std::string_view text, std::string_view ending) {
 }
 
 std::string foldKey(std::string_view text) {
-    if (isAscii(text)) return mapped(text, asciiLower);
+    if (isAscii(text)) return mapped<lowered>(text);
     UErrorCode status = U_ZERO_ERROR;
     const auto* nfc = icu::Normalizer2::getNFCInstance(status);
     std::string normal;
@@ -86,8 +147,12 @@ std::string foldKey(std::string_view text) {
     return normal;
 }
 
+std::size_t FoldedHash::operator()(std::string_view text) const {
+    return hashOfAscii(isAscii(text) ? text : std::string_view(foldKey(text)));
+}
+
 std::string lower(std::string_view text) {
-    if (isAscii(text)) return mapped(text, asciiLower);
+    if (isAscii(text)) return mapped<lowered>(text);
     std::string result;
     icu::StringByteSink<std::string> sink(&result);
     UErrorCode status = U_ZERO_ERROR;
@@ -96,7 +161,7 @@ std::string lower(std::string_view text) {
 }
 
 std::string upper(std::string_view text) {
-    if (isAscii(text)) return mapped(text, asciiUpper);
+    if (isAscii(text)) return mapped<uppered>(text);
     std::string result;
     icu::StringByteSink<std::string> sink(&result);
     UErrorCode status = U_ZERO_ERROR;
@@ -138,11 +203,13 @@ std::string join(const std::vector<std::string>& pieces, std::string_view delimi
 }
 
 std::string replaceAll(std::string_view text, std::string_view what, std::string_view with) {
+    if (what.empty()) return std::string(text);
     std::string result;
+    result.reserve(text.size());
     for (;;) {
         const auto found = text.find(what);
         result += text.substr(0, found);
-        if (found == std::string_view::npos || what.empty()) return result;
+        if (found == std::string_view::npos) return result;
         result += with;
         text.remove_prefix(found + what.size());
     }
@@ -151,6 +218,7 @@ std::string replaceAll(std::string_view text, std::string_view what, std::string
 std::string replaceAllText(std::string_view text, std::string_view what, std::string_view with) {
     if (what.empty()) return std::string(text);
     std::string result;
+    result.reserve(text.size() + with.size());
     // Of what is no letter there is no other case, so that most places need no closer look.
     const bool exact = static_cast<unsigned char>(what.front()) < 0x80 &&
                        asciiLower(what.front()) == asciiUpper(what.front());

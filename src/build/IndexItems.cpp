@@ -17,24 +17,24 @@ namespace {
 constexpr std::size_t kDeepest = 20;
 
 std::vector<std::string> entriesOf(const Topic& topic) {
+    auto all = topic.Keywords->Texts();
+    if (topic.AutoGenerateIndexEntry()) all.push_back(topic.Title());
+    FoldedSet seen;
     std::vector<std::string> entries;
-    std::unordered_set<std::string> seen;
-    const auto add = [&](const std::string& entry) {
-        if (seen.insert(foldKey(entry)).second) entries.push_back(entry);
-    };
-    for (const auto& entry : topic.Keywords->Texts()) add(entry);
-    if (topic.AutoGenerateIndexEntry()) add(topic.Title());
+    for (auto& entry : all) {
+        if (seen.insert(entry).second) entries.push_back(std::move(entry));
+    }
     return entries;
 }
 
 // The terms below one place of the tree, found by their texts without regard to case.
 struct Branch {
     Ref<IndexTerm> term = make<IndexTerm>();
-    std::unordered_map<std::string, Branch> below;
+    FoldedMap<Branch> below;
     std::unordered_set<const Topic*> topics;
 
     Branch& Below(const std::string& text) {
-        auto& branch = below[foldKey(text)];
+        auto& branch = below[text];
         if (branch.term->Name.empty()) branch.term->Name = text;
         return branch;
     }
@@ -51,7 +51,7 @@ struct Branch {
                 branch.term->QualifiedName = branch.term->topics.front()->Name();
             sorted.Add(branch.term, branch.term->Name);
         }
-        return sorted.Items();
+        return sorted.Take();
     }
 };
 
@@ -70,7 +70,7 @@ std::vector<Ref<IndexLetter>> byLetter(const std::vector<Ref<IndexTerm>>& terms)
         letter->terms.push_back(term);
         letter->Value = std::to_string(letter->terms.size());
     }
-    return sorted.Items();
+    return sorted.Take();
 }
 
 }  // namespace
@@ -81,7 +81,7 @@ std::vector<IndexEntry> sortedIndexEntries(const QbProject& project) {
         if (!topic->IncludeInHelpFile()) continue;
         for (const auto& entry : entriesOf(*topic)) sorted.Add({entry, topic}, entry);
     }
-    return sorted.Items();
+    return sorted.Take();
 }
 
 std::vector<std::string> indexLevels(const std::string& entry) {

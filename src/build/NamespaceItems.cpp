@@ -1,8 +1,5 @@
 #include "build/NamespaceItems.h"
 
-#include <unordered_map>
-#include <unordered_set>
-
 #include "base/SortedList.h"
 #include "base/Text.h"
 #include "booklets/Manifest.h"
@@ -72,11 +69,13 @@ Items linkCategories(const ItemQuery& query) {
     const auto topic = itemAs<Topic>(query.parent);
     if (!topic) return {};
     Items items;
-    std::unordered_set<std::string> seen;
+    FoldedSet seen;
     for (const auto& link : topic->RelatedTopics()->Items()) {
-        if (!isWanted(*link, query.filter.TypeID) || !seen.insert(foldKey(link->Category())).second) continue;
+        if (!isWanted(*link, query.filter.TypeID)) continue;
+        const auto [name, isNew] = seen.insert(link->Category());
+        if (!isNew) continue;
         auto category = make<RelatedTopicCategory>();
-        category->Name = link->Category();
+        category->Name = *name;
         category->Topic = topic;
         items.push_back(category);
     }
@@ -85,7 +84,7 @@ Items linkCategories(const ItemQuery& query) {
 
 Items links(const ItemQuery& query) {
     const auto category = itemAs<RelatedTopicCategory>(query.parent);
-    return category ? asItems(category->Links()->Items()) : Items();
+    return category ? asItems(category->Items()) : Items();
 }
 
 // Empty for an item without a term.
@@ -112,7 +111,7 @@ Items indexPages(const ItemQuery& query) {
 class Letters {
   public:
     void Count(const std::string& letter, int number) {
-        auto& pair = mByLetter[foldKey(letter)];
+        auto& pair = mByLetter[letter];
         if (!pair) {
             pair = make<VariableValue>();
             pair->Name = letter;
@@ -124,11 +123,11 @@ class Letters {
     Items Sorted() const {
         SortedList<Ref<Object>> sorted;
         for (const auto& pair : mInOrder) sorted.Add(pair, pair->Name);
-        return sorted.Items();
+        return sorted.Take();
     }
 
   private:
-    std::unordered_map<std::string, Ref<VariableValue>> mByLetter;
+    FoldedMap<Ref<VariableValue>> mByLetter;
     std::vector<Ref<VariableValue>> mInOrder;
 };
 
@@ -151,13 +150,13 @@ Items glossaryItems(const ItemQuery& query) {
     for (const auto& item : needProject(query).GlossaryItems()->Items()) {
         if (!item->Term().empty() && letterOf(*item) == letter->Name) sorted.Add(item, item->Term());
     }
-    return sorted.Items();
+    return sorted.Take();
 }
 
 }  // namespace
 
 std::vector<Ref<Object>> namespaceItems(const std::string& itemType, const ItemQuery& query) {
-    static const std::unordered_map<std::string, Items (*)(const ItemQuery&)> table = {
+    static const FoldedMap<Items (*)(const ItemQuery&)> table = {
         {"cm.quillbox:qbproject", wholeProject},
         {"cm.quillbox:topicset", wholeProject},
         {"cm.quillbox:topic", topics},
@@ -171,7 +170,7 @@ std::vector<Ref<Object>> namespaceItems(const std::string& itemType, const ItemQ
         {"cm.quillbox:indexterm", indexTerms},
         {"cm.quillbox:indexpage", indexPages},
     };
-    const auto found = table.find(lower(itemType));
+    const auto found = table.find(itemType);
     return found == table.end() ? Items() : found->second(query);
 }
 

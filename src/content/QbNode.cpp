@@ -48,7 +48,7 @@ void QbNode::SetQbNodeType(QbNodeTypeEnum v) {
 
 Ref<quillbox::Topic> QbNode::Topic() const {
     if (mTopicID.empty()) return {};
-    return project()->Topics->Item(mTopicID);
+    return project()->Topics->ByKey(mTopicID);
 }
 
 void QbNode::Save(const Ref<XMLElement>& e) const {
@@ -87,10 +87,8 @@ void QbNode::Load(const Ref<XMLElement>& e) {
     });
 }
 
-std::string QbNode::caption() const {
-    if (mCaptionType == ctDefault) {
-        if (const auto topic = Topic()) return topic->ContentsTitle();
-    }
+std::string QbNode::caption(const Ref<quillbox::Topic>& topic) const {
+    if (mCaptionType == ctDefault && topic) return topic->ContentsTitle();
     // Case counts here, unlike where the type is set. It is meant so.
     if (mStandardURL == "Glossary.html" && mCaptionType == ctDefault) return "Glossary";
     return mCaptionText;
@@ -100,14 +98,14 @@ Value QbNode::CreateNodeDef(const Ref<NodeDef>& parent, const Ref<TOCDefinition>
     if (!definition) throw AutomationError("A contents definition is needed here");
     const TreeNesting level;
     const auto def = make<NodeDef>();
-    def->Caption = caption();
+    const auto topic = mCaptionType == ctDefault || mQbNodeType == ntSingleTopic ? Topic() : nullptr;
+    def->Caption = caption(topic);
     def->Parent.Set(parent);
     def->TOCDefinition.Set(definition);
     def->HasCustomIcon = mIcon != -1;
     if (def->HasCustomIcon) def->IconNumber = mIcon;
     def->Included = true;
-    const auto topic = mQbNodeType == ntSingleTopic ? Topic() : nullptr;
-    if (topic) {
+    if (topic && mQbNodeType == ntSingleTopic) {
         def->LinkTarget = topic->Name() + ".html";
     } else if (mQbNodeType == ntStandard) {
         def->LinkTarget = mStandardURL;

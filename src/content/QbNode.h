@@ -55,7 +55,7 @@ class QbNode : public Object {
     }
     void changed();
     Ref<quillbox::QbProject> project() const;
-    std::string caption() const;
+    std::string caption(const Ref<quillbox::Topic>& topic) const;
 
     QbNodeTypeEnum mQbNodeType = ntStandard;
     QbProjectCaptionTypeEnum mCaptionType = ctSpecific;

@@ -15,7 +15,7 @@ std::optional<std::string> readPublishedProperty(Object& item, const std::string
     std::optional<std::string> text;
     Arguments none;
     ignoringFailures([&] {
-        const bool isLate = dynamic_cast<LateBound*>(&item) != nullptr;
+        const bool isLate = item.AsLateBound() != nullptr;
         const auto value = isLate ? getMember(item, name) : readMember(item, *member, none);
         if (dot == std::string::npos) {
             text = toText(value);

@@ -207,7 +207,7 @@ Ref<quillbox::Topics> QbProject::SortedTopics() const {
     SortedList<Ref<Topic>> sorted;
     for (const auto& topic : Topics->Items()) sorted.Add(topic, topic->Name());
     auto result = make<quillbox::Topics>();
-    for (const auto& topic : sorted.Items()) result->Add(topic, topic->Key);
+    for (const auto& topic : sorted.Take()) result->Add(topic, topic->Key);
     return result;
 }
 

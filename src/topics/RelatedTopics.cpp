@@ -21,7 +21,7 @@ Ref<Topic> RelatedTopic::ChildTopic() const {
     const auto parent = ParentTopic();
     const auto project = parent ? parent->QbProject() : nullptr;
     if (!project) throw AutomationError("This related topic has no parent topic in a project");
-    return project->Topics->Item(ChildTopicKey);
+    return project->Topics->ByKey(ChildTopicKey);
 }
 
 void RelatedTopic::Load(const Ref<XMLElement>& e) {
@@ -52,9 +52,13 @@ void RelatedTopics::Remove(const Value& key) { ItemRemoved(mCol.Remove(key)); }
 
 Ref<RelatedTopics> RelatedTopicCategory::Links() const {
     auto links = make<RelatedTopics>();
-    for (const auto& related : Topic->RelatedTopics()->Items()) {
-        if (sameText(related->Category(), Name)) links->Add(related);
-    }
+    for (const auto& link : Items()) links->Add(link);
+    return links;
+}
+
+std::vector<Ref<RelatedTopic>> RelatedTopicCategory::Items() const {
+    auto links = Topic->RelatedTopics()->Items();
+    std::erase_if(links, [&](const auto& link) { return !sameText(link->Category(), Name); });
     return links;
 }
 

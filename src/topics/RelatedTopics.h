@@ -3,6 +3,7 @@
 #include <sigc++/sigc++.h>
 
 #include <string>
+#include <vector>
 
 #include "base/ItemCollection.h"
 #include "frame/Enumerations.h"
@@ -75,6 +76,8 @@ class RelatedTopicCategory : public Object {
     Ref<quillbox::Topic> Topic;
     // Collected anew at each read.
     Ref<RelatedTopics> Links() const;
+    // The same as a plain list.
+    std::vector<Ref<RelatedTopic>> Items() const;
 };
 
 }  // namespace quillbox

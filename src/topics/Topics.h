@@ -22,6 +22,10 @@ class Topics : public ItemCollection<Topic> {
     void SetQbProject(const Ref<quillbox::QbProject>& project) { mQbProject.Set(project); }
     // None for an unknown key.
     Ref<Topic> Item(const Value& key) const { return find(key); }
+    Ref<Topic> ByKey(std::string_view key) const {
+        const auto* topic = mCol.FindKey(key);
+        return topic ? *topic : nullptr;
+    }
     void Add(const Ref<Topic>& item, const Value& key = {}, const Value& before = {},
              const Value& after = {});
     void Remove(const Value& key);

@@ -11,6 +11,7 @@ namespace quillbox {
 // there.
 class LateBound : public Object {
   public:
+    LateBound* AsLateBound() final { return this; }
     virtual bool HasMethod(const std::string& name) = 0;
     // By-reference arguments come back in place, where the object says which they are.
     virtual Value Get(const std::string& name, Arguments& arguments) = 0;

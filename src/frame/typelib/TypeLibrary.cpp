@@ -31,7 +31,7 @@ void prepare(const MemberInfo& member, Arguments& arguments) {
 }  // namespace
 
 const MemberInfo* ClassInfo::FindMember(std::string_view memberName) const {
-    const auto found = mMemberPlaces.find(foldKey(memberName));
+    const auto found = mMemberPlaces.find(memberName);
     return found == mMemberPlaces.end() ? nullptr : &members[found->second];
 }
 
@@ -52,14 +52,14 @@ const TypeLibrary& TypeLibrary::Get() {
 
 void TypeLibrary::Add(ClassInfo info) {
     for (std::size_t i = 0; i < info.members.size(); ++i) {
-        info.mMemberPlaces.emplace(foldKey(info.members[i].name), i);
+        info.mMemberPlaces.emplace(info.members[i].name, i);
     }
-    mClassPlaces.emplace(foldKey(info.name), mClasses.size());
+    mClassPlaces.emplace(info.name, mClasses.size());
     mClasses.push_back(std::move(info));
 }
 
 const ClassInfo* TypeLibrary::FindClass(std::string_view name) const {
-    const auto found = mClassPlaces.find(foldKey(name));
+    const auto found = mClassPlaces.find(name);
     return found == mClassPlaces.end() ? nullptr : &mClasses[found->second];
 }
 
@@ -93,17 +93,17 @@ void writeMember(Object& object, const MemberInfo& member, Arguments& arguments,
 }
 
 Value getMember(Object& object, std::string_view name, Arguments arguments) {
-    if (auto* late = dynamic_cast<LateBound*>(&object)) return late->Get(std::string(name), arguments);
+    if (auto* late = object.AsLateBound()) return late->Get(std::string(name), arguments);
     return readMember(object, memberOf(object, name), arguments);
 }
 
 void putMember(Object& object, std::string_view name, const Value& value, Arguments arguments) {
-    if (auto* late = dynamic_cast<LateBound*>(&object)) return late->Put(std::string(name), arguments, value);
+    if (auto* late = object.AsLateBound()) return late->Put(std::string(name), arguments, value);
     writeMember(object, memberOf(object, name), arguments, value);
 }
 
 Value callMember(Object& object, std::string_view name, Arguments& arguments) {
-    if (auto* late = dynamic_cast<LateBound*>(&object)) return late->Call(std::string(name), arguments);
+    if (auto* late = object.AsLateBound()) return late->Call(std::string(name), arguments);
     return readMember(object, memberOf(object, name), arguments);
 }
 

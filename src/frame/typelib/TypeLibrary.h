@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "base/AutomationError.h"
+#include "base/Text.h"
 #include "base/Value.h"
 
 namespace quillbox {
@@ -72,7 +72,7 @@ struct ClassInfo {
 
   private:
     friend class TypeLibrary;
-    std::unordered_map<std::string, std::size_t> mMemberPlaces;  // made when the library takes the class in
+    FoldedMap<std::size_t> mMemberPlaces;  // made when the library takes the class in
 };
 
 struct EnumerationInfo {
@@ -100,7 +100,7 @@ class TypeLibrary {
 
   private:
     std::vector<ClassInfo> mClasses;
-    std::unordered_map<std::string, std::size_t> mClassPlaces;
+    FoldedMap<std::size_t> mClassPlaces;
     std::vector<EnumerationInfo> mEnumerations;
 };
 
