@@ -19,14 +19,14 @@ BookletOutline::BookletOutline(const Ref<Manifest>& manifest) : mManifest(manife
     walkTree(
         manifest->Entries()->Items(), [](const ManifestEntry& entry) { return entry.ChildEntries->Items(); },
         [&](const Ref<ManifestEntry>& entry) {
-            if (!entry->TopicID().empty()) mByTopic.emplace(foldKey(entry->TopicID()), entry);
+            if (!entry->TopicID().empty()) mByTopic.emplace(entry->TopicID(), entry);
             noteLevel(*entry->ChildEntries);
             return false;
         });
 }
 
 Ref<ManifestEntry> BookletOutline::EntryOf(const Ref<Topic>& topic) const {
-    const auto found = mByTopic.find(foldKey(topic->Key));
+    const auto found = mByTopic.find(topic->Key);
     return found != mByTopic.end() && found->second->Topic() == topic ? found->second : nullptr;
 }
 

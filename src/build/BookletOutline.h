@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "base/Object.h"
+#include "base/Text.h"
 
 namespace quillbox {
 
@@ -24,7 +25,7 @@ class BookletOutline {
 
   private:
     Ref<Manifest> mManifest;
-    std::unordered_map<std::string, Ref<ManifestEntry>> mByTopic;
+    FoldedMap<Ref<ManifestEntry>> mByTopic;
     std::unordered_map<const ManifestEntry*, Ref<ManifestEntry>> mBefore;
 };
 

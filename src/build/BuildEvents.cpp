@@ -28,7 +28,7 @@ void QbProject::hearDocument(const Ref<Document>& document) {
     if (!document) return;
     ObjectReference<QbProject> project;
     project.Set(self(this));
-    mDocumentConnections[0] = document->ContentCreated.connect([project](const std::string& filename) {
+    mDocumentConnections[0] = document->ContentMade.connect([project](const std::string& filename) {
         const auto me = project.Get();
         if (me && isIntermediate(filename)) me->mGeneratedFiles.push_back(filename);
     });

@@ -20,29 +20,33 @@ class References {
   public:
     explicit References(QbDataProvider& owner) : mOwner(owner), mItems(owner.NeedProject().GlossaryItems()) {}
 
-    std::string ValueOf(const std::string& term) {
+    void Write(const std::string& term, std::string& out) {
         const auto item = mItems->ItemByTerm(term);
-        if (!item) return term;
+        if (!item) {
+            out += term;
+            return;
+        }
         if (!mData) prepare();
         mData->SetCurrentItem(mDef, item, mDef->Name, mOwner.CurrentItem());
-        auto value = mData->ExpandScrap("_GLOSSARYREFERENCE");
-        if (!value.starts_with("!UNCRECOGNISED")) return value;
-        return std::string(kMark) + term + std::string(kMark);
+        const auto begin = out.size();
+        mData->ExpandScrap(*mScrap, out);
+        if (!std::string_view(out).substr(begin).starts_with("!UNCRECOGNISED")) return;
+        out.resize(begin);
+        out.append(kMark).append(term).append(kMark);
     }
 
   private:
     void prepare() {
-        const auto pageTemplate = mOwner.NeedDocument().Template();
-        if (!pageTemplate)
-            throw AutomationError("A glossary reference needs a template that is being generated");
-        mDef = pageTemplate->NamespaceDefs()->ByName(kGlossaryItems)->Item(1);
+        mDef = mOwner.Memory().Definition(mOwner.NeedDocument(), kGlossaryItems);
         mData = mOwner.ForList();
+        mScrap = mOwner.Scrap("_GLOSSARYREFERENCE");
     }
 
     QbDataProvider& mOwner;
     Ref<GlossaryItems> mItems;
     Ref<NamespaceDef> mDef;
     Ref<QbDataProvider> mData;
+    std::shared_ptr<const KnownScrap> mScrap;
 };
 
 }  // namespace
@@ -59,8 +63,7 @@ std::string resolveGlossaryReferences(QbDataProvider& provider, std::string text
         const auto close = text.find(kMark, inside);
         if (close == std::string::npos) break;
         out.append(text, start, open - start);
-        out +=
-            references.ValueOf(replaceAll(std::string_view(text).substr(inside, close - inside), "\r\n", ""));
+        references.Write(replaceAll(std::string_view(text).substr(inside, close - inside), "\r\n", ""), out);
         start = close + kMark.size();
         open = text.find(kMark, start);
     }

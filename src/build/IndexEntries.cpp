@@ -49,9 +49,14 @@ std::string indexEntries(const ContentStream& stream, const std::string& scrapNa
     for (const auto& [entry, topic] : entries) {
         const auto levels = help2 ? std::vector{std::string(trimBlanks(entry))} : indexLevels(entry);
         data->SetCurrentItem(def, newKeyword(levels.back(), topic->Name()), "Keyword", nullptr);
-        auto text = data->ExpandPieces(pieces, nullptr, place);
-        for (auto level = levels.rbegin() + 1; level != levels.rend(); ++level) text = wrap(*level, text);
-        lines.append(text) += "\r\n";
+        const auto begin = lines.size();
+        data->ExpandPieces(pieces, nullptr, place, lines);
+        if (levels.size() > 1) {
+            auto text = lines.substr(begin);
+            for (auto level = levels.rbegin() + 1; level != levels.rend(); ++level) text = wrap(*level, text);
+            lines.replace(begin, std::string::npos, text);
+        }
+        lines += "\r\n";
     }
     return lines;
 }

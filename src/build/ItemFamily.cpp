@@ -1,6 +1,7 @@
 #include "build/ItemFamily.h"
 
 #include "base/AutomationError.h"
+#include "build/ItemAs.h"
 #include "build/QbNamespaceProvider.h"
 #include "frame/Platform.h"
 #include "project/QbProject.h"
@@ -43,7 +44,7 @@ Ref<NamespaceDefs> itemDefinitions() {
 Ref<QbProject> projectOf(const Document& document) {
     const auto* found = document.Objects ? document.Objects->Find(kProviderName) : nullptr;
     const auto* object = found ? found->If<Ref<Object>>() : nullptr;
-    return object ? std::dynamic_pointer_cast<QbProject>(*object) : nullptr;
+    return object ? itemAs<QbProject>(*object) : nullptr;
 }
 
 DocumentEngine& documentEngine() {

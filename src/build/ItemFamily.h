@@ -9,7 +9,7 @@ class QbProject;
 // The name that templates know this library's items by; also the key of the project in a document's
 // `Objects`.
 inline constexpr const char* kProviderName = "CM.Quillbox";
-inline constexpr const char* kProviderClass = "Quillbox.QbNamespaceProvider";
+inline const std::string kProviderClass = "Quillbox.QbNamespaceProvider";
 inline constexpr const char* kItemFamily = "cm.quillbox";
 
 inline constexpr const char* kTopicItems = "cm.quillbox:topic";

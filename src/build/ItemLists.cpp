@@ -8,18 +8,10 @@ namespace quillbox {
 
 namespace {
 
-bool isMissing(const std::string& scrap) { return scrap.starts_with("!MISSING"); }
-
-PageTemplate& templateOf(const Ref<PageTemplate>& pageTemplate) {
-    if (pageTemplate) return *pageTemplate;
-    throw AutomationError("A list of items needs a template that is being generated");
-}
-
 // None where the template knows no such kind.
-Ref<NamespaceDef> definitionOf(Document& document, const std::string& itemType) {
+Ref<NamespaceDef> definitionOf(QbDataProvider& provider, const std::string& itemType) {
     Ref<NamespaceDef> def;
-    const auto pageTemplate = document.Template();
-    ignoringFailures([&] { def = templateOf(pageTemplate).NamespaceDefs()->ByRootName(itemType)->Item(1); });
+    ignoringFailures([&] { def = provider.Memory().Definition(provider.NeedDocument(), itemType); });
     return def;
 }
 
@@ -30,47 +22,40 @@ INamespaceProvider& itemSource(const Ref<Object>& provider) {
 
 class List {
   public:
-    List(QbDataProvider& provider, std::string scrap, Ref<NamespaceDef> def)
+    List(QbDataProvider& provider, const std::string& scrap, Ref<NamespaceDef> def)
         : mOwner(provider),
-          mDocument(provider.NeedDocument()),
-          mScrap(std::move(scrap)),
+          mScraps(provider.Memory().ScrapsOfList(provider.NeedDocument(), scrap)),
           mDef(std::move(def)),
           mData(provider.ForList()) {}
 
     std::string Write(const std::vector<Ref<Object>>& items) {
         makeCurrent(items.front());
-        const auto header = mDocument.Scrap(mScrap + "_header");
-        if (!isMissing(header)) mText = mData->ExpandTemplateText(header, place("_header")) + "\r\n";
+        if (const auto& header = *mScraps->header; !header.IsMissing()) {
+            mData->ExpandScrap(header, mText);
+            mText += "\r\n";
+        }
         writeBodies(items);
         // As it stands, with its tags. It is meant so.
-        const auto footer = mDocument.Scrap(mScrap + "_footer");
-        if (!isMissing(footer)) mText += footer;
+        if (const auto& footer = *mScraps->footer; !footer.IsMissing()) mText += footer.Text();
         return std::move(mText);
     }
 
   private:
     void writeBodies(const std::vector<Ref<Object>>& items) {
-        const auto body = mDocument.Scrap(mScrap + "_body");
-        auto separator = mDocument.Scrap(mScrap + "_SEPARATOR");
-        if (isMissing(separator)) separator.clear();
-        const auto placeOfBody = place("_body"), placeOfSeparator = place("_SEPARATOR");
-        const auto pieces = mData->Memory().Pieces(body);
+        const auto& separator = *mScraps->separator;
         for (const auto& item : items) {
             makeCurrent(item);
-            mText += mData->ExpandPieces(*pieces, nullptr, placeOfBody);
+            mData->ExpandScrap(*mScraps->body, mText);
             // An item that is listed twice has no separator in either place. It is meant so.
-            if (item != items.back()) mText += mOwner.Parse(separator, placeOfSeparator);
+            if (item != items.back() && !separator.IsMissing()) mText += mOwner.ParseScrap(separator);
         }
     }
 
     void makeCurrent(const Ref<Object>& item) {
         mData->SetCurrentItem(mDef, item, mDef->Name, mOwner.CurrentItem());
     }
-    std::string place(const char* part) const { return "the scrap '" + mScrap + part + "'"; }
-
     QbDataProvider& mOwner;
-    Document& mDocument;
-    std::string mScrap;
+    std::shared_ptr<const ListScraps> mScraps;
     Ref<NamespaceDef> mDef;
     Ref<QbDataProvider> mData;
     std::string mText;
@@ -80,7 +65,7 @@ class List {
 
 std::string filteredItemList(QbDataProvider& provider, const ItemListOrder& order) {
     auto& document = provider.NeedDocument();
-    const auto def = definitionOf(document, order.itemType);
+    const auto def = definitionOf(provider, order.itemType);
     if (!def) return "!ERROR: Namespace not found '" + order.itemType + "'!";
     const auto source = document.NamespaceProvider(kProviderClass);
     const auto items = itemSource(source).GetItems(def, provider.CurrentItem(), order.filter);

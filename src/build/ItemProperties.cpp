@@ -9,8 +9,10 @@
 #include "build/ItemAs.h"
 #include "build/PageBreaks.h"
 #include "build/QbDataProvider.h"
+#include "content/GlossaryItems.h"
 #include "frame/typelib/TypeLibrary.h"
 #include "project/QbProject.h"
+#include "topics/Keyword.h"
 #include "topics/Topic.h"
 
 namespace quillbox {
@@ -33,9 +35,10 @@ bool isMenuLink(const QbDataProvider& provider) {
 
 std::string title(QbDataProvider& provider) {
     if (const auto topic = currentAs<Topic>(provider)) return topic->Title();
+    if (const auto keyword = currentAs<Keyword>(provider)) return keyword->Name;
     if (const auto entry = currentAs<ManifestEntry>(provider)) return entry->RuntimeTitle();
     const auto kind = provider.CurrentItem()->ClassName();
-    const bool named = kind == "Manifest" || kind == "Keyword" || isMenuLink(provider);
+    const bool named = kind == "Manifest" || isMenuLink(provider);
     return memberText(provider, named ? "Name" : "Title");
 }
 
@@ -67,6 +70,7 @@ std::string relatedTarget(const RelatedTopic& link) {
 
 std::string linkTarget(QbDataProvider& provider) {
     if (const auto link = currentAs<RelatedTopic>(provider)) return relatedTarget(*link);
+    if (const auto keyword = currentAs<Keyword>(provider)) return keyword->QualifiedName + ".html";
     return isMenuLink(provider) ? memberText(provider, "Target")
                                 : memberText(provider, "QualifiedName") + ".html";
 }
@@ -89,11 +93,13 @@ std::string glossaryLetterLink(QbDataProvider& provider) {
 }
 
 std::string glossaryTerm(QbDataProvider& provider) {
-    return replaceAll(memberText(provider, "Term"), "\r\n", "");
+    const auto item = currentAs<GlossaryItem>(provider);
+    return replaceAll(item ? item->Term() : memberText(provider, "Term"), "\r\n", "");
 }
 
 std::string glossaryDefinition(QbDataProvider& provider) {
-    return replaceAll(memberText(provider, "Definition"), "\r\n", " ");
+    const auto item = currentAs<GlossaryItem>(provider);
+    return replaceAll(item ? item->Definition() : memberText(provider, "Definition"), "\r\n", " ");
 }
 
 std::string breakBefore(QbDataProvider& provider) {
@@ -143,10 +149,12 @@ const std::unordered_map<std::string, Property>& properties() {
 }  // namespace
 
 std::string itemProperty(QbDataProvider& provider, const std::string& name) {
+    // Nearly all names come in lower case.
+    if (const auto known = properties().find(name); known != properties().end()) {
+        return provider.CurrentItem() ? known->second(provider) : std::string();
+    }
     const auto key = lower(name);
-    const auto known = properties().find(key);
-    if (known == properties().end()) return provider.CommonProvider().GetProperty(key);
-    return provider.CurrentItem() ? known->second(provider) : std::string();
+    return key == name ? provider.CommonProvider().GetProperty(key) : itemProperty(provider, key);
 }
 
 std::vector<std::string> itemPropertyNames() {

@@ -33,7 +33,7 @@ bool isBreakWanted(const Manifest& manifest, const ManifestEntry& entry) {
 std::string pageBreakBefore(QbDataProvider& provider, const ManifestEntry& entry) {
     const auto manifest = provider.CurrentManifest();
     if (!manifest || !isBreakWanted(*manifest, entry)) return {};
-    const ProviderMemory::Answering answering(provider.Memory());
+    const auto answering = provider.Answer();
     if (endsWithBreak(provider.Memory().OutlineOf(manifest), entry)) return {};
     return R"(<p style="page-break-after: always">&nbsp;</p>)";
 }

@@ -11,7 +11,17 @@
 
 namespace quillbox {
 
+namespace {
+
+std::string withBreaks(std::string text) {
+    constexpr std::string_view kBreak = "<crlf>";
+    return text.find(kBreak) == std::string::npos ? text : replaceAll(text, kBreak, "<br>");
+}
+
+}  // namespace
+
 quillbox::Document& QbDataProvider::NeedDocument() const {
+    if (auto* document = Memory().AnsweringFor(); document && document == mDocumentPlace) return *document;
     // Whoever asks is called by somebody who holds the document.
     if (const auto document = Document()) return *document;
     throw AutomationError("The data provider has no document");
@@ -28,7 +38,9 @@ void QbDataProvider::SetCurrentRootItem(const Ref<Object>& item) {
     const auto project = std::dynamic_pointer_cast<QbProject>(item);
     if (item && !project) throw AutomationError("The root item of a build has to be a project");
     mCurrentRootItem = project;
-    if (project) project->IncrementingValues = make<Collection>();
+    if (!project) return;
+    auto& counters = project->IncrementingValues;
+    if (!counters || counters->Count() > 0) counters = make<Collection>();
 }
 
 void QbDataProvider::SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
@@ -56,7 +68,7 @@ void QbDataProvider::RememberManifest() {
 
 IDataProvider& QbDataProvider::CommonProvider() {
     if (!mCommon) {
-        mCommonProvider = NeedDocument().NewCommonProvider();
+        mCommonProvider = NeedDocument().NewCommonProvider(this);
         mCommon = dynamic_cast<IDataProvider*>(mCommonProvider.get());
         if (!mCommon) throw AutomationError("The document has no common provider");
     }
@@ -72,6 +84,7 @@ Ref<QbDataProvider> QbDataProvider::ForList() const {
     auto provider = make<QbDataProvider>();
     provider->mMemory = sharedMemory();
     provider->mDocument = mDocument;
+    provider->mDocumentPlace = mDocumentPlace;
     provider->SetCurrentRootItem(mCurrentRootItem);
     return provider;
 }
@@ -95,37 +108,55 @@ std::string QbDataProvider::ParseForProperties(const std::string& text) {
 std::string QbDataProvider::Expand(std::string text, const Ref<FileSystemObject>& file,
                                    const std::string& place) {
     if (text.find("%%") == std::string::npos) return text;
-    return ExpandPieces(splitTags(text), file, place);
+    std::string out;
+    ExpandPieces(splitTags(text), file, place, out);
+    return out;
 }
 
 std::string QbDataProvider::ExpandTemplateText(const std::string& text, const std::string& place,
                                                const Ref<FileSystemObject>& file) {
     if (text.find("%%") == std::string::npos) return text;
-    return ExpandPieces(*Memory().Pieces(text), file, place);
+    std::string out;
+    ExpandPieces(*Memory().Pieces(text), file, place, out);
+    return out;
 }
 
-std::string QbDataProvider::ExpandScrap(const std::string& name) {
-    return ExpandTemplateText(NeedDocument().Scrap(name), "the scrap '" + name + "'");
+std::string QbDataProvider::ExpandScrap(const KnownScrap& scrap) {
+    std::string out;
+    ExpandScrap(scrap, out);
+    return out;
+}
+
+void QbDataProvider::ExpandScrap(const KnownScrap& scrap, std::string& out) {
+    if (scrap.HasTags()) {
+        ExpandPieces(scrap.Pieces(), nullptr, scrap.Place(), out);
+    } else {
+        out += scrap.Text();
+    }
 }
 
 std::string QbDataProvider::Parse(const std::string& text, const std::string& place) {
-    return replaceAll(ExpandTemplateText(text, place), "<crlf>", "<br>");
+    return withBreaks(ExpandTemplateText(text, place));
 }
 
-std::string QbDataProvider::ExpandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
-                                         const std::string& place) {
-    std::string out;
+std::string QbDataProvider::ParseScrap(const KnownScrap& scrap) { return withBreaks(ExpandScrap(scrap)); }
+
+std::shared_ptr<const KnownScrap> QbDataProvider::Scrap(const std::string& name) const {
+    return Memory().Scrap(NeedDocument(), name);
+}
+
+void QbDataProvider::ExpandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
+                                  const std::string& place, std::string& out) {
     const auto valueOf = [&](const TagPiece& tag) {
         return inside([&] { return place + ", line " + std::to_string(tag.line) + ", " + tag.text; },
                       [&] { return ProvideData(tag.element, file); });
     };
-    expandTags(pieces, valueOf, out);
-    return out;
+    expandTags(pieces, std::ref(valueOf), out);
 }
 
 std::string QbDataProvider::ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) {
     if (!element) throw AutomationError("There is no tag to give a value to");
-    const ProviderMemory::Answering answering(Memory());
+    const auto answering = Answer();
     return tagValue({*this, *element, element, file});
 }
 

@@ -19,7 +19,10 @@ class QbDataProvider : public Object, public IDataProvider {
 
     // None where the document has gone.
     Ref<quillbox::Document> Document() const { return mDocument.Get(); }
-    void SetDocument(const Ref<quillbox::Document>& document) { mDocument.Set(document); }
+    void SetDocument(const Ref<quillbox::Document>& document) {
+        mDocument.Set(document);
+        mDocumentPlace = document.get();
+    }
 
     std::string ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) override;
     void Initialise(const Ref<Object>&) override {}
@@ -52,6 +55,8 @@ class QbDataProvider : public Object, public IDataProvider {
     Ref<quillbox::QbProject> RootProject() const { return mCurrentRootItem; }
     IDataProvider& CommonProvider();
     ProviderMemory& Memory() const { return *sharedMemory(); }
+    // To be held while a tag is answered.
+    ProviderMemory::Answering Answer() const { return {Memory(), mDocument}; }
 
     Ref<QbDataProvider> Copy() const;
     // Another provider for the same document and root item, with no current item.
@@ -64,11 +69,16 @@ class QbDataProvider : public Object, public IDataProvider {
     // Text of a template, which comes again and again.
     std::string ExpandTemplateText(const std::string& text, const std::string& place,
                                    const Ref<FileSystemObject>& file = nullptr);
-    std::string ExpandScrap(const std::string& name);
-    std::string ExpandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file,
-                             const std::string& place);
+    std::string ExpandScrap(const KnownScrap& scrap);
+    // The same behind what there is.
+    void ExpandScrap(const KnownScrap& scrap, std::string& out);
+    void ExpandPieces(const TagPieces& pieces, const Ref<FileSystemObject>& file, const std::string& place,
+                      std::string& out);
     // Template text, in which "<crlf>" stands for a line break.
     std::string Parse(const std::string& text, const std::string& place);
+    std::string ParseScrap(const KnownScrap& scrap);
+    // A scrap of the document's template, or what tells that it is missing.
+    std::shared_ptr<const KnownScrap> Scrap(const std::string& name) const;
 
   private:
     const std::shared_ptr<ProviderMemory>& sharedMemory() const {
@@ -82,6 +92,8 @@ class QbDataProvider : public Object, public IDataProvider {
     std::string mCurrentItemType;
     Ref<QbProject> mCurrentRootItem;
     ObjectReference<quillbox::Document> mDocument;
+    // To be compared with documents that are alive, and for nothing else.
+    const quillbox::Document* mDocumentPlace = nullptr;
     Ref<Object> mCommonProvider;
     // The same, as what it is asked for.
     IDataProvider* mCommon = nullptr;

@@ -32,6 +32,13 @@ std::string_view extensionOf(std::string_view path) {
 
 // Of several topics that are marked the last one wins.
 void takeMarkedTopic(Document& document, Object& topics) {
+    if (const auto* own = dynamic_cast<Topics*>(&topics)) {
+        for (const auto& topic : own->Items()) {
+            if (topic->IsDefault() && topic->IncludeInHelpFile())
+                document.DefaultTopic = topic->Name() + ".html";
+        }
+        return;
+    }
     const int count = toInteger(getMember(topics, "Count"));
     for (int index = 1; index <= count; ++index) {
         const auto topic = toObject(getMember(topics, "Item", {index}));
@@ -110,7 +117,7 @@ void QbNamespaceProvider::ContentCreated(const Ref<Object>&, const Ref<Namespace
     // Any part of this text counts, so that a file without an extension is not listed either. It is meant so.
     constexpr std::string_view kInputs = "hhc,hhk,hhp,hxc,hxf,hxt,hxk";
     if (kInputs.find(lower(extensionOf(filename))) != std::string_view::npos) return;
-    if (!mNames.insert(foldKey(filename)).second) return;
+    if (!mNames.insert(filename).second) return;
     const auto slashed = [](const std::string& path) { return replaceAll(path, "\\", "/"); };
     mTopicMap.push_back(replaceAll(slashed(filename), slashed(document()->OutputPath), ""));
 }

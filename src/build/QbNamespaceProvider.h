@@ -1,9 +1,9 @@
 #pragma once
 
 #include <string>
-#include <unordered_set>
 #include <vector>
 
+#include "base/Text.h"
 #include "platform/engine/Document.h"
 
 namespace quillbox {
@@ -54,7 +54,7 @@ class QbNamespaceProvider : public Object, public INamespaceProvider {
     Ref<QbDataProvider> mData;
     // What was written, relative to the output folder, in the order of writing; and the full names, folded.
     std::vector<std::string> mTopicMap;
-    std::unordered_set<std::string> mNames;
+    FoldedSet mNames;
 };
 
 }  // namespace quillbox

@@ -35,16 +35,25 @@ Ref<T> currentAs(const TagCall& call) {
 
 // What an attribute says as it stands, or a scrap whose name stands there behind "@": a scrap may hold what
 // ends an attribute.
-std::string textOf(const TagCall& call, const char* attribute) {
-    auto text = call.Optional(attribute);
-    return text.starts_with('@') ? call.provider.NeedDocument().Scrap(text.substr(1)) : text;
-}
+class TagText {
+  public:
+    explicit TagText(std::string text) : mText(std::move(text)), mIsScrap(mText.starts_with('@')) {
+        if (mIsScrap) mText.erase(0, 1);
+    }
+    std::string Of(const TagCall& call) const {
+        return mIsScrap ? call.provider.Scrap(mText)->Text() : mText;
+    }
+    bool IsEmpty() const { return mText.empty() && !mIsScrap; }
+
+  private:
+    std::string mText;
+    bool mIsScrap;
+};
 
 std::string literal(const TagCall& call) { return call.provider.Parse(call.Needed("value"), "the value"); }
 
 std::string scrap(const TagCall& call) {
-    const auto name = call.Needed("name");
-    return call.provider.Parse(call.provider.NeedDocument().Scrap(name), "the scrap '" + name + "'");
+    return call.provider.ParseScrap(*call.provider.Scrap(call.Needed("name")));
 }
 
 std::string bookletTitle(const TagCall& call) {
@@ -73,7 +82,7 @@ std::string section(const TagCall& call) {
 std::string list(const TagCall& call) {
     call.provider.RememberManifest();
     return filteredItemList(call.provider, {call.Needed("scrap"), lower(call.Needed("namespace")),
-                                            lower(textOf(call, "filter"))});
+                                            lower(TagText(call.Optional("filter")).Of(call))});
 }
 
 std::string fileName(const TagCall& call) { return call.file ? call.file->BaseName() : std::string(); }
@@ -155,23 +164,19 @@ std::string fromCommonProvider(const TagCall& call, const Ref<Element>& element)
     return call.provider.CommonProvider().ProvideData(element, call.file);
 }
 
-std::string unlessDiscarded(std::string value) { return value == "{Discard}" ? std::string() : value; }
+std::string unlessDiscarded(std::string value) {
+    if (value == "{Discard}") value.clear();
+    return value;
+}
 
 // The common provider escapes its own values; it knows the ways, and so is asked for those of others too.
-std::string escaped(const TagCall& call, std::string value) {
-    const auto how = call.Optional("escape");
+std::string escaped(const TagCall& call, const std::string& how, std::string value) {
     if (how.empty() || value.empty() || value.starts_with("!UNCRECOGNISED")) return value;
     const auto text = make<Element>();
     text->Attributes->Add("text", "type");
     text->Attributes->Add(value, "value");
     text->Attributes->Add(how, "escape");
     return unlessDiscarded(fromCommonProvider(call, text));
-}
-
-std::string general(const TagCall& call, const std::string& type) {
-    auto value = fromCommonProvider(call, call.handle);
-    if (value.empty()) value = escaped(call, call.provider.GetProperty(type));
-    return unlessDiscarded(std::move(value));
 }
 
 struct TagType {
@@ -205,33 +210,73 @@ const std::unordered_map<std::string, TagType>& tagTypes() {
     return table;
 }
 
-std::string formatted(const TagCall& call, const std::string& type, std::string value) {
-    if (call.element.Attributes->Count() > 1) {
-        if (!value.empty() && sameText(call.Optional("forscript"), "True"))
-            value = replaceAll(value, "'", "\\'");
-        const auto format = textOf(call, value.empty() ? "emptyformat" : "valueformat");
-        if (!format.empty())
-            value = value.empty() ? format : replaceAllText(format, "%%" + type + "%%", value);
+// What a tag says of itself, which holds however often it is asked for.
+struct TagPlan : TagNotes {
+    explicit TagPlan(const Element& tag)
+        : type(tagType(tag)),
+          self("%%" + type + "%%"),
+          valueFormat(attributeText(tag, "valueformat")),
+          emptyFormat(attributeText(tag, "emptyformat")) {
+        const auto row = tagTypes().find(type);
+        if (row != tagTypes().end()) known = &row->second;
+        if (hasAttribute(tag, "condition")) condition = attributeText(tag, "condition");
+        escape = attributeText(tag, "escape");
+        isForScript = sameText(attributeText(tag, "forscript"), "True");
+    }
+
+    // The tag without its attributes: what stands for the value in a format.
+    std::string type, self;
+    // None for a type without a row here.
+    const TagType* known = nullptr;
+    std::optional<std::string> condition;
+    std::string escape;
+    TagText valueFormat, emptyFormat;
+    bool isForScript = false;
+};
+
+bool holds(const TagCall& call, Condition& condition) {
+    auto& provider = call.provider;
+    return condition.Evaluate(provider.CurrentItem(), provider.NamespaceDef(), provider.Document(),
+                              &provider);
+}
+
+std::string general(const TagCall& call, const TagPlan& plan) {
+    auto value = fromCommonProvider(call, call.handle);
+    if (value.empty()) value = escaped(call, plan.escape, call.provider.GetProperty(plan.type));
+    return unlessDiscarded(std::move(value));
+}
+
+std::string formatted(const TagCall& call, const TagPlan& plan, std::string value) {
+    if (!value.empty() && plan.isForScript) value = replaceAll(value, "'", "\\'");
+    const auto& format = value.empty() ? plan.emptyFormat : plan.valueFormat;
+    if (!format.IsEmpty()) {
+        auto text = format.Of(call);
+        if (!text.empty()) value = value.empty() ? std::move(text) : replaceAllText(text, plan.self, value);
     }
     if (value.find('%') == std::string::npos) return value;
     return replaceAll(value, "/%", "%");
 }
 
+std::string plannedValue(const TagCall& call, const TagPlan& plan) {
+    if (plan.type.empty()) call.Needed("type");
+    if (plan.condition) {
+        const auto test = call.provider.Memory().Condition(call.provider.NeedDocument(), *plan.condition);
+        if (!test->IsValid()) return "!INVALID CONDITION TYPE!";
+        if (!holds(call, *test)) return {};
+    }
+    if (!plan.known) return formatted(call, plan, general(call, plan));
+    auto value = plan.known->value(call);
+    if (plan.known->whole) return value;
+    return formatted(call, plan, escaped(call, plan.escape, std::move(value)));
+}
+
 }  // namespace
 
 std::string tagValue(const TagCall& call) {
-    const auto type = tagType(call.element);
-    if (type.empty()) call.Needed("type");
-    if (hasAttribute(call.element, "condition")) {
-        const auto test = call.provider.NeedDocument().NewCondition(call.Optional("condition"));
-        if (!test->IsValid()) return "!INVALID CONDITION TYPE!";
-        const auto& provider = call.provider;
-        if (!test->Evaluate(provider.CurrentItem(), provider.NamespaceDef(), provider.Document())) return {};
-    }
-    const auto known = tagTypes().find(type);
-    if (known == tagTypes().end()) return formatted(call, type, general(call, type));
-    auto value = known->second.value(call);
-    return known->second.whole ? value : formatted(call, type, escaped(call, std::move(value)));
+    const auto* split = asSplitTag(call.element);
+    if (!split) return plannedValue(call, TagPlan(call.element));
+    if (!split->notes) split->notes = std::make_unique<const TagPlan>(*split);
+    return plannedValue(call, static_cast<const TagPlan&>(*split->notes));
 }
 
 std::vector<std::string> tagNames() {

@@ -1,8 +1,5 @@
 #include "engine/BuildPlan.h"
 
-#include <unordered_map>
-#include <unordered_set>
-
 #include "base/AutomationError.h"
 #include "base/Text.h"
 #include "engine/Disk.h"
@@ -37,8 +34,8 @@ class Planner {
 
   private:
     void noteTakenNames() {
-        for (const auto& page : mPlan.pages) mTaken.insert(foldKey(page.name));
-        for (const auto& name : mDocument.KeptFiles->Texts()) mTaken.insert(foldKey(disk::withSlashes(name)));
+        for (const auto& page : mPlan.pages) mTaken.insert(page.name);
+        for (const auto& name : mDocument.KeptFiles->Texts()) mTaken.insert(disk::withSlashes(name));
     }
 
     // A kind of item and the source that has it.
@@ -109,7 +106,7 @@ class Planner {
         const auto& source = mSources.front();
         const auto def = source.defs->Count() > 0 ? source.defs->Item(1) : nullptr;
         const auto name = nameOf(*layout, source, def, source.root, nullptr);
-        if (layout->onlyIfFree && mTaken.contains(foldKey(name))) return;
+        if (layout->onlyIfFree && mTaken.contains(name)) return;
         to.push_back({layout, &source, def, source.root, nullptr, name});
         if (layout->compileType != 0 && to.back().name.find('/') != std::string::npos) {
             throw AutomationError("'" + to.back().name +
@@ -154,8 +151,8 @@ class Planner {
     FolderTemplate& mTemplate;
     const std::vector<ItemSource>& mSources;
     BuildPlan mPlan;
-    // By pages of items and by files of the project, in folded names.
-    std::unordered_set<std::string> mTaken;
+    // By pages of items and by files of the project.
+    FoldedSet mTaken;
 };
 
 }  // namespace
@@ -165,11 +162,11 @@ BuildPlan makePlan(EngineDocument& document, const std::vector<ItemSource>& sour
 }
 
 void checkKeptFiles(EngineDocument& document, const BuildPlan& plan) {
-    std::unordered_map<std::string, std::string> kept;
-    for (const auto& name : document.KeptFiles->Texts()) kept.emplace(foldKey(disk::withSlashes(name)), name);
+    FoldedMap<std::string> kept;
+    for (const auto& name : document.KeptFiles->Texts()) kept.emplace(disk::withSlashes(name), name);
     if (kept.empty()) return;
     const auto check = [&](const std::string& name, const std::string& what) {
-        const auto found = kept.find(foldKey(name));
+        const auto found = kept.find(name);
         if (found == kept.end()) return;
         throw AutomationError(what + " would replace the project's own file '" + found->second + "' by '" +
                               name + "'");

@@ -1,9 +1,10 @@
 #include "engine/BuildRecord.h"
 
+#include <xxhash.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <unordered_map>
 
 #include "engine/Disk.h"
@@ -36,19 +37,7 @@ bool readFile(std::string_view line, WrittenFile& file) {
 
 }  // namespace
 
-std::uint64_t contentSum(std::string_view bytes) {
-    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
-    std::uint64_t sum = bytes.size() * kFactor;
-    while (!bytes.empty()) {
-        std::uint64_t word = 0;
-        const auto count = std::min(bytes.size(), sizeof word);
-        std::memcpy(&word, bytes.data(), count);
-        sum = (sum ^ word) * kFactor;
-        sum ^= sum >> 32;
-        bytes.remove_prefix(count);
-    }
-    return sum;
-}
+std::uint64_t contentSum(std::string_view bytes) { return XXH3_64bits(bytes.data(), bytes.size()); }
 
 BuildRecord::BuildRecord(const std::string& folder, std::string owner)
     : mFile(folder + std::string(kBuildRecordName)), mOwner(std::move(owner)) {

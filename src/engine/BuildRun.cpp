@@ -1,6 +1,5 @@
 #include "engine/BuildRun.h"
 
-#include <algorithm>
 #include <filesystem>
 
 #include "base/AutomationError.h"
@@ -100,7 +99,7 @@ void BuildRun::build() {
     }
     mPlan = makePlan(mDocument, *mSources);
     checkKeptFiles(mDocument, mPlan);
-    for (const auto& name : mDocument.KeptFiles->Texts()) mKept.insert(foldKey(disk::withSlashes(name)));
+    for (const auto& name : mDocument.KeptFiles->Texts()) mKept.insert(disk::withSlashes(name));
     auto job = planCompiling();
     BuildRecord record(mState->output.Disk(), owner());
     generate(record);
@@ -156,68 +155,75 @@ void BuildRun::copySupport() {
 }
 
 void BuildRun::writePages() {
-    for (const auto& page : mPlan.pages) {
-        auto& known = mState->pages[foldKey(page.name)];
-        if (known.offers++ == 0) known.item = page.item;
+    for (auto& page : mPlan.pages) {
+        page.known = &mState->pages[page.name];
+        if (page.known->offers++ == 0) page.known->item = page.item;
     }
     mTotal = static_cast<int>(mState->pages.size());
     if (!mPlan.pages.empty()) mState->firstPage = mPlan.pages.front().name;
+    PageWork work(mState->output, mLocalFiles, mSearchIndex ? &*mSearchIndex : nullptr);
     for (const auto& page : mPlan.pages) {
-        if (mDocument.mCancelled) return;
-        offerPage(page);
+        if (mDocument.mCancelled) break;
+        offerPage(page, work);
     }
+    work.Settle();
 }
 
-void BuildRun::offerPage(const PlannedPage& page) {
+void BuildRun::offerPage(const PlannedPage& page, PageWork& work) {
     auto& provider = *page.source->provider;
     provider.BeforeProcessItem(page.item, page.source->root);
     bool dontGenerate = false;
     if (page.layout->IsBound()) {
         mDocument.BeforeOutputNamespacePage.emit(page.layout, page.def, page.item, dontGenerate);
     }
-    auto& offers = mState->pages.at(foldKey(page.name)).offers;
-    --offers;
+    --page.known->offers;
     if (dontGenerate) {
-        if (offers == 0 && !mState->output.IsClaimed(page.name)) --mTotal;
+        if (page.known->offers == 0 && !mState->output.IsClaimed(page.name)) --mTotal;
     } else if (!mDocument.mCancelled) {
-        writePage(page);
+        writePage(page, work);
     }
     provider.AfterProcessItem(page.item, page.source->root);
 }
 
-void BuildRun::writePage(const PlannedPage& page) {
-    makePage(page);
+void BuildRun::writePage(const PlannedPage& page, PageWork& work) {
+    const auto file = makePage(page);
+    auto& finished = work.Next();
+    finished.name = page.name;
+    finished.isSearched = page.layout->isSearched;
+    if (!isAsItStands(file->Text(), page.layout->encoding)) finished.bytes = bytesOf(page, *file);
+    std::swap(finished.html, file->Text());
+    mRoom = std::move(file->Text());
+    work.Add();
     page.source->provider->ContentCreated(page.item, page.def, mState->output.FullName(page.name));
+    mDocument.ContentMade.emit(page.name);
+    // Whoever hears this may look at the file.
+    if (!mDocument.ContentCreated.empty()) work.Settle();
     mDocument.ContentCreated.emit(page.name);
     ++mDone;
     report(page.name);
 }
 
-void BuildRun::makePage(const PlannedPage& page) {
+Ref<PageFile> BuildRun::makePage(const PlannedPage& page) {
     mState->output.Claim(page.name, page.layout->Name);
     mState->pageName = page.name;
+    mState->readingPlace.reset();
     mState->layout = page.layout;
     auto& data = *page.source->data;
     data.SetCurrentItem(page.def, page.item, page.def ? page.def->Name : "", page.parent);
     const auto file = make<PageFile>(mState->output.FullName(page.name));
-    file->Text().reserve(mUsualSize);
+    file->Text() = std::move(mRoom);
+    file->Text().clear();
     auto& pageTemplate = *mState->pageTemplate;
     expandThrough(data, pageTemplate.PageText(page.layout->Name), pageTemplate.Path() + page.layout->Name,
                   page.name, file, file->Text());
-    mUsualSize = std::min<std::size_t>(file->Text().size() + file->Text().size() / 4, 1 << 16);
-    if (page.layout->compileType == 0) mLocalFiles.ScanPage(page.name, file->Text());
-    if (page.layout->isSearched && mSearchIndex) mSearchIndex->Add(page.name, file->Text());
-    mState->output.Write(page.name, bytesOf(page, *file));
     mState->pageName.clear();
     mState->layout = nullptr;
+    return file;
 }
 
 std::string BuildRun::bytesOf(const PlannedPage& page, PageFile& file) {
-    if (page.layout->encoding == PageEncoding::Utf8 && page.layout->compileType == 0)
-        return std::move(file.Text());
-    auto bytes = encode(page.name, std::move(file.Text()), page.layout->encoding, mDocument.Language(),
-                        file.Raw(), mState->notes);
-    return page.layout->compileType == 0 ? bytes : withBothLineEnds(bytes);
+    return encode(page.name, file.Text(), page.layout->encoding, mDocument.Language(), file.Raw(),
+                  mState->notes);
 }
 
 void BuildRun::writeSearchIndex() {
@@ -228,11 +234,16 @@ void BuildRun::writeSearchIndex() {
         mState->output.Claim(name, "the search index");
         mState->output.Write(name, script.text);
         mSources->front().provider->ContentCreated(nullptr, nullptr, mState->output.FullName(name));
-        mDocument.ContentCreated.emit(name);
+        tell(name);
     }
 }
 
-bool BuildRun::isKept(const std::string& name) const { return mKept.contains(foldKey(name)); }
+void BuildRun::tell(const std::string& name) {
+    mDocument.ContentMade.emit(name);
+    mDocument.ContentCreated.emit(name);
+}
+
+bool BuildRun::isKept(const std::string& name) const { return mKept.contains(name); }
 
 void BuildRun::removeStale(BuildRecord& record) {
     std::unordered_set<std::string> inputs;
@@ -252,8 +263,8 @@ void BuildRun::reportLocalFiles() {
 void BuildRun::writeInputs() {
     for (const auto& page : mPlan.inputs) {
         if (mDocument.mCancelled) return;
-        makePage(page);
-        mDocument.ContentCreated.emit(page.name);
+        mState->output.Write(page.name, withBothLineEnds(bytesOf(page, *makePage(page))));
+        tell(page.name);
     }
 }
 

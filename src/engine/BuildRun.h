@@ -4,11 +4,13 @@
 #include <optional>
 #include <string>
 
+#include "base/Text.h"
 #include "engine/BuildPlan.h"
 #include "engine/Compiler.h"
 #include "engine/EngineDocument.h"
 #include "engine/LocalFiles.h"
 #include "engine/PageFile.h"
+#include "engine/PageWork.h"
 #include "engine/SearchIndex.h"
 
 namespace quillbox {
@@ -32,18 +34,19 @@ class BuildRun {
 
     void copySupport();
     void writePages();
-    void offerPage(const PlannedPage& page);
-    void writePage(const PlannedPage& page);
+    void offerPage(const PlannedPage& page, PageWork& work);
+    void writePage(const PlannedPage& page, PageWork& work);
     void writeSearchIndex();
     bool isKept(const std::string& name) const;
     // What earlier builds wrote and this one does not.
     void removeStale(BuildRecord& record);
     void reportLocalFiles();
     void writeInputs();
-    // Makes the page's text and puts it on disk.
-    void makePage(const PlannedPage& page);
+    Ref<PageFile> makePage(const PlannedPage& page);
     std::string bytesOf(const PlannedPage& page, PageFile& file);
     void compileHelp(CompileJob job);
+    // Of a file that is on disk.
+    void tell(const std::string& name);
     void report(const std::string& name);
     std::string compilerInput() const;
 
@@ -53,11 +56,11 @@ class BuildRun {
     BuildPlan mPlan;
     LocalFiles mLocalFiles;
     std::optional<SearchIndex> mSearchIndex;
-    // The files of the project, in folded names.
-    std::unordered_set<std::string> mKept;
+    // The files of the project.
+    FoldedSet mKept;
     int mDone = 0, mTotal = 0;
-    // What a page is likely to need, from the one before.
-    std::size_t mUsualSize = 0;
+    // An old page, whose room serves the next.
+    std::string mRoom;
 };
 
 }  // namespace quillbox

@@ -46,13 +46,6 @@ std::string templateName(const TagRequest& request) {
     return pageTemplate ? pageTemplate->Name() : std::string();
 }
 
-std::string rootPath(const TagRequest& request) {
-    const auto name = pageName(request);
-    std::string path;
-    for (auto depth = std::count(name.begin(), name.end(), '/'); depth > 0; --depth) path += "../";
-    return path;
-}
-
 std::string outputFileName(const TagRequest& request) { return compiledFileName(request.document); }
 std::string defaultTopic(const TagRequest& request) { return request.document.DefaultTopic; }
 // The page that a reader begins with: the default topic or, where that is no page of the build, the first
@@ -78,6 +71,15 @@ std::string charset(const TagRequest& request) { return request.document.Languag
 
 }  // namespace
 
+std::string rootPathOf(const TagRequest& request) {
+    std::string path;
+    if (const auto* build = request.document.Building()) {
+        const auto& name = build->pageName;
+        for (auto depth = std::count(name.begin(), name.end(), '/'); depth > 0; --depth) path += "../";
+    }
+    return path;
+}
+
 void addBuildTags(TagTable& tags) {
     tags.insert({
         {"date", date},
@@ -87,7 +89,7 @@ void addBuildTags(TagTable& tags) {
         {"pagename", pageName},
         {"pagelayout", pageLayout},
         {"templatename", templateName},
-        {"rootpath", rootPath},
+        {"rootpath", rootPathOf},
         {"outputfilename", outputFileName},
         {"defaulttopic", defaultTopic},
         {"startpage", startPage},

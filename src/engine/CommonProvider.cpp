@@ -10,41 +10,72 @@ namespace quillbox {
 namespace {
 
 std::string escaped(std::string value, const std::string& how) {
-    if (how.empty()) return value;
-    if (sameText(how, "html")) return htmlText(value);
+    if (how.empty() || value.empty()) return value;
+    if (sameText(how, "html")) return htmlText(std::move(value));
     if (sameText(how, "link")) return htmlText(nameAsLink(value));
     if (sameText(how, "script")) return scriptText(value);
     if (sameText(how, "anchor")) return anchorName(value);
     return value;
 }
 
-// Nothing for a tag that is not known.
-std::optional<std::string> answer(const std::string& name, const TagRequest& request) {
+// None for a tag that is not known.
+TagAnswer answerOf(const std::string& name) {
     const auto known = commonTags().find(name);
-    if (known == commonTags().end()) return {};
-    return escaped(known->second(request), request.Attribute("escape"));
+    return known == commonTags().end() ? nullptr : known->second;
 }
 
-Ref<EngineDocument> attached(const ObjectReference<EngineDocument>& document) {
-    if (auto found = document.Get()) return found;
-    throw AutomationError("The document of these tags has gone");
+// What a tag says of itself.
+struct CommonPlan : TagNotes {
+    explicit CommonPlan(const Element& tag)
+        : name(attributeText(tag, "name")), escape(attributeText(tag, "escape")) {
+        if (!hasAttribute(tag, "type")) throw AutomationError("A tag without a type has no value");
+        answer = answerOf(tagType(tag));
+    }
+
+    std::string name, escape;
+    TagAnswer answer = nullptr;
+};
+
+std::string plannedValue(const CommonPlan& plan, const TagRequest& request) {
+    if (!plan.answer) return {};
+    auto value = escaped(plan.answer(request), plan.escape);
+    if (value.empty()) value = "{Discard}";
+    return value;
 }
 
 }  // namespace
 
+// The document while a tag is answered. An asker sees to it that it stays alive.
+class CommonProvider::Attached {
+  public:
+    explicit Attached(const CommonProvider& provider) : mDocument(provider.mPlace) {
+        if (provider.mAsker ? !provider.mDocument : !(mHeld = provider.mDocument.Get()))
+            throw AutomationError("The document of these tags has gone");
+    }
+    EngineDocument& operator*() const { return *mDocument; }
+    Ref<EngineDocument> Handle() const { return self(mDocument); }
+
+  private:
+    Ref<EngineDocument> mHeld;
+    EngineDocument* mDocument;
+};
+
 std::string CommonProvider::ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) {
-    const auto document = attached(mDocument);
-    if (!hasAttribute(*element, "type")) throw AutomationError("A tag without a type has no value");
-    const auto name = tagType(*element);
-    const auto value = answer(name, {*document, *this, element.get(), file});
-    if (!value) return {};
-    return value->empty() ? "{Discard}" : *value;
+    const Attached document(*this);
+    const auto answered = [&](const CommonPlan& plan) {
+        return plannedValue(plan, {*document, *this, mAsker, element.get(), plan.name, file});
+    };
+    const auto* split = asSplitTag(*element);
+    if (!split) return answered(CommonPlan(*element));
+    if (!split->commonNotes) split->commonNotes = std::make_unique<const CommonPlan>(*split);
+    return answered(static_cast<const CommonPlan&>(*split->commonNotes));
 }
 
 std::string CommonProvider::GetProperty(const std::string& name) {
-    const auto document = attached(mDocument);
-    const auto value = answer(lower(name), {*document, *this, nullptr, nullptr});
-    return value ? *value : "!UNCRECOGNISED TAG '" + name + "'!";
+    const Attached document(*this);
+    const auto answer = answerOf(name);
+    if (!answer) return "!UNCRECOGNISED TAG '" + name + "'!";
+    return answer({*document, *this, mAsker, nullptr, {}, nullptr});
 }
 
 void CommonProvider::SetCurrentItem(const Ref<quillbox::NamespaceDef>& def, const Ref<Object>& item,
@@ -69,7 +100,7 @@ std::string CommonProvider::ParseForProperties(const std::string& text) {
 }
 
 Ref<Object> CommonProvider::Clone() {
-    auto copy = make<CommonProvider>(attached(mDocument));
+    auto copy = make<CommonProvider>(Attached(*this).Handle(), nullptr);
     copy->SetCurrentItem(mDef, mItem, mItemType, mParentItem);
     copy->SetCurrentRootItem(mRootItem);
     return copy;

@@ -15,7 +15,10 @@ class CommonProvider : public Object, public IDataProvider {
     static constexpr std::string_view kClassName = "CommonProvider";
     std::string_view ClassName() const override { return kClassName; }
 
-    explicit CommonProvider(const Ref<EngineDocument>& document) { mDocument.Set(document); }
+    CommonProvider(const Ref<EngineDocument>& document, IDataProvider* asker)
+        : mPlace(document.get()), mAsker(asker) {
+        mDocument.Set(document);
+    }
 
     std::string ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) override;
     void Initialise(const Ref<Object>&) override {}
@@ -37,7 +40,11 @@ class CommonProvider : public Object, public IDataProvider {
     Ref<Object> Clone() override;
 
   private:
+    class Attached;
+
     ObjectReference<EngineDocument> mDocument;
+    EngineDocument* mPlace;
+    IDataProvider* mAsker;
     Ref<Object> mRootItem, mParentItem, mItem;
     std::string mItemType;
     Ref<quillbox::NamespaceDef> mDef;

@@ -4,10 +4,10 @@
 
 namespace quillbox {
 
-std::string hrefOf(const TagRequest& request, const std::string& link) {
+std::string hrefOf(const TagRequest& request, const std::string& link, bool isPage) {
     if (link.empty() || isRemote(link)) return htmlText(link);
-    const auto rootPath = commonTags().at("rootpath")(request);
-    return htmlText(rootPath + (request.document.IsPage(link) ? nameAsLink(link) : link));
+    const auto rootPath = rootPathOf(request);
+    return htmlText(rootPath + (isPage ? nameAsLink(link) : link));
 }
 
 const TagTable& commonTags() {

@@ -65,13 +65,13 @@ class Operand {
             case Kind::Text:
                 return mText;
             case Kind::Property:
-                return facts.property(mText);
+                return facts.Property(mText);
             case Kind::Variable:
-                return facts.variable(mText);
+                return facts.Variable(mText);
             case Kind::Page:
-                return facts.page(mText);
+                return booleanText(facts.IsPage(mText));
             case Kind::ItemType:
-                return facts.itemType;
+                return facts.ItemType();
         }
         return {};
     }

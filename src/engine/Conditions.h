@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,12 +13,13 @@ namespace quillbox {
 class ConditionExpression {
   public:
     // Where a condition gets its values.
-    struct Facts {
-        std::function<std::string(const std::string&)> property;
-        std::function<std::string(const std::string&)> variable;
-        // "True" or "False".
-        std::function<std::string(const std::string&)> page;
-        std::string itemType;
+    class Facts {
+      public:
+        virtual ~Facts() = default;
+        virtual std::string Property(const std::string& name) const = 0;
+        virtual std::string Variable(const std::string& name) const = 0;
+        virtual bool IsPage(const std::string& name) const = 0;
+        virtual std::string ItemType() const = 0;
     };
 
     virtual ~ConditionExpression() = default;

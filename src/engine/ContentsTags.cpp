@@ -13,7 +13,7 @@ namespace {
 using Node = ContentsTree::Node;
 
 std::string link(const TagRequest& request, const Node& node) {
-    return hrefOf(request, node.def->LinkTarget);
+    return hrefOf(request, node.def->LinkTarget, node.leadsToPage && request.document.Building());
 }
 
 std::string anchor(const TagRequest& request, const Node& node) {
@@ -24,12 +24,16 @@ std::string anchor(const TagRequest& request, const Node& node) {
 
 // The page in work, where it stands in the contents.
 struct Place {
-    std::shared_ptr<const ContentsTree> tree;
-    std::string page;
+    // The build's own.
+    const ContentsTree* tree = nullptr;
+    // When it is read; none for a page that stands nowhere.
+    std::optional<std::size_t> reading;
 
     const Node* At(std::optional<std::size_t> node) const { return node ? &tree->Nodes()[*node] : nullptr; }
-    const Node* Own() const { return tree ? At(tree->NodeOfPage(page)) : nullptr; }
-    const Node* Neighbour(int step) const { return tree ? At(tree->Neighbour(page, step)) : nullptr; }
+    const Node* Own() const { return Neighbour(0); }
+    const Node* Neighbour(int step) const {
+        return reading ? At(tree->NodeAt(*reading + static_cast<std::size_t>(step))) : nullptr;
+    }
     // The nearest book above that leads to a page.
     const Node* Up() const {
         const auto* node = Own();
@@ -40,9 +44,14 @@ struct Place {
 };
 
 Place placeOf(const TagRequest& request) {
-    const auto* build = request.document.Building();
+    auto* build = request.document.Building();
     if (!build || build->pageName.empty()) return {};
-    return {request.document.Contents(), build->pageName};
+    if (!build->readingPlace) {
+        const auto tree = request.document.Contents();
+        if (!tree) return {};
+        build->readingPlace = tree->ReadingPlace(build->pageName);
+    }
+    return {build->contents.get(), *build->readingPlace};
 }
 
 std::string linkOrNothing(const TagRequest& request, const Node* node) {

@@ -70,22 +70,23 @@ void ContentsTree::link(std::size_t position, std::vector<std::size_t>& lastChil
 }
 
 void ContentsTree::addPage(std::size_t position, const IsPage& isPage) {
-    const auto& link = mNodes[position].def->LinkTarget;
-    std::string page(withoutFragment(link));
+    auto& node = mNodes[position];
+    const auto& link = node.def->LinkTarget;
+    node.leadsToPage = !link.empty() && isPage(link);
+    const std::string plain(withoutFragment(link));
     // The name of a page may hold what begins a fragment in other links.
-    if (!isPage(page)) page = link;
-    if (page.empty() || isRemote(page) || !isPage(page)) return;
-    if (mByPage.emplace(foldKey(page), mReading.size()).second) mReading.push_back(position);
+    const bool isPlain = !plain.empty() && (plain.size() == link.size() ? node.leadsToPage : isPage(plain));
+    const auto& page = isPlain ? plain : link;
+    if (!(isPlain || node.leadsToPage) || isRemote(page)) return;
+    if (mByPage.emplace(page, mReading.size()).second) mReading.push_back(position);
 }
 
-std::optional<std::size_t> ContentsTree::NodeOfPage(const std::string& page) const {
-    return Neighbour(page, 0);
+std::optional<std::size_t> ContentsTree::ReadingPlace(std::string_view page) const {
+    const auto found = mByPage.find(page);
+    return found == mByPage.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::optional<std::size_t> ContentsTree::Neighbour(const std::string& page, int step) const {
-    const auto found = mByPage.find(foldKey(page));
-    if (found == mByPage.end()) return {};
-    const auto place = found->second + static_cast<std::size_t>(step);
+std::optional<std::size_t> ContentsTree::NodeAt(std::size_t place) const {
     return place < mReading.size() ? std::optional(mReading[place]) : std::nullopt;
 }
 
@@ -119,7 +120,7 @@ void writeContents(const ContentsTree& tree, const ContentsStyle& style, std::st
 void writeSitemapNode(const ContentsTree& tree, std::size_t node, std::string& out) {
     const auto& def = *tree.Nodes()[node].def;
     const auto put = [&](const char* name, const std::string& value) {
-        out += std::string("\t<param name=\"") + name + "\" value=\"" + value + "\">\n";
+        out.append("\t<param name=\"").append(name).append("\" value=\"").append(value).append("\">\n");
     };
     out += "<LI> <OBJECT type=\"text/sitemap\">\n";
     put("Name", htmlText(def.Caption));

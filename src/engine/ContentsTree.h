@@ -4,9 +4,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "base/Text.h"
 #include "platform/engine/Contents.h"
 
 namespace quillbox {
@@ -18,6 +18,8 @@ class ContentsTree {
         Ref<NodeDef> def;
         std::optional<std::size_t> parent, firstChild, nextSibling;
         int level = 1;
+        // Whether the whole link is the name of a page.
+        bool leadsToPage = false;
 
         bool IsBook() const { return firstChild.has_value(); }
     };
@@ -30,10 +32,11 @@ class ContentsTree {
     const std::vector<Node>& Nodes() const { return mNodes; }
     std::optional<std::size_t> First() const { return mFirst; }
 
-    // The first node that leads to a page, by the page's name without regard to case.
-    std::optional<std::size_t> NodeOfPage(const std::string& page) const;
-    // The node of the page that is read before or after a page, each page being read where it stands first.
-    std::optional<std::size_t> Neighbour(const std::string& page, int step) const;
+    // Where a page comes when all are read in order, each where it stands first; by the page's name without
+    // regard to case.
+    std::optional<std::size_t> ReadingPlace(std::string_view page) const;
+    // The node of the page at such a place.
+    std::optional<std::size_t> NodeAt(std::size_t place) const;
 
   private:
     void link(std::size_t position, std::vector<std::size_t>& lastChild);
@@ -43,7 +46,7 @@ class ContentsTree {
     std::optional<std::size_t> mFirst;
     std::vector<std::size_t> mReading;
     // The place in `mReading`.
-    std::unordered_map<std::string, std::size_t> mByPage;
+    FoldedMap<std::size_t> mByPage;
 };
 
 // How a contents tree is written: what stands before and after a list of nodes, and the text of one node,

@@ -50,9 +50,7 @@ std::shared_ptr<const ContentsTree> EngineDocument::treeOf(const std::string& te
     const auto* found = TOCDefs ? TOCDefs->Find(templateName) : nullptr;
     const auto definition = found ? std::dynamic_pointer_cast<TOCDefinition>(toObject(*found)) : nullptr;
     if (!definition) return nullptr;
-    const auto isPage = [&](const std::string& page) {
-        return !mState || mState->pages.contains(foldKey(page));
-    };
+    const auto isPage = [&](const std::string& page) { return !mState || mState->pages.contains(page); };
     return std::make_shared<const ContentsTree>(*definition, isPage);
 }
 

@@ -40,31 +40,42 @@ class DocumentCondition : public Condition {
         : mText(std::move(text)), mExpression(std::move(expression)) {}
 
     bool IsValid() const override { return mExpression != nullptr; }
-    bool Evaluate(const Ref<Object>& item, const Ref<NamespaceDef>& def,
-                  const Ref<Document>& document) override {
+    bool Evaluate(const Ref<Object>& item, const Ref<NamespaceDef>& def, const Ref<Document>& document,
+                  IDataProvider* asker) override {
         if (!mExpression) throw AutomationError("'" + mText + "' is no condition");
         auto* owner = dynamic_cast<EngineDocument*>(document.get());
         if (!owner)
             throw AutomationError("The condition '" + mText + "' was given no document of this engine");
-        ConditionExpression::Facts facts;
-        facts.itemType = def ? def->Name : std::string();
-        const auto propertyOf = [&](const std::string& name) { return property(*owner, name, item, def); };
-        facts.property = std::ref(propertyOf);
-        facts.variable = [owner](const std::string& name) { return owner->Variable(name); };
-        facts.page = [owner](const std::string& name) { return booleanText(owner->IsPage(name)); };
-        return mExpression->Holds(facts);
+        return mExpression->Holds(FactsOfItem(mText, *owner, item, def, asker));
     }
 
   private:
-    std::string property(EngineDocument& owner, const std::string& name, const Ref<Object>& item,
-                         const Ref<NamespaceDef>& def) const {
-        if (const auto published = owner.ReadProperty(item, name)) return *published;
-        const auto type = def ? def->Name : std::string();
-        if (const auto given = owner.ReadData(name, def, item, type, nullptr)) return *given;
-        const auto what =
-            item ? std::string(item->ClassName()) + " has no property" : "There is no item with a property";
-        throw AutomationError(what + " '" + name + "', asked for in the condition '" + mText + "'");
-    }
+    class FactsOfItem : public ConditionExpression::Facts {
+      public:
+        FactsOfItem(const std::string& condition, EngineDocument& document, const Ref<Object>& item,
+                    const Ref<NamespaceDef>& def, IDataProvider* asker)
+            : mCondition(condition), mDocument(document), mItem(item), mDef(def), mAsker(asker) {}
+
+        std::string Property(const std::string& name) const override {
+            if (auto published = mDocument.ReadProperty(mItem, name)) return *std::move(published);
+            if (auto given = mAsker ? known(mAsker->GetProperty(name))
+                                    : mDocument.ReadData(name, mDef, mItem, ItemType(), nullptr))
+                return *std::move(given);
+            const auto what = mItem ? std::string(mItem->ClassName()) + " has no property"
+                                    : "There is no item with a property";
+            throw AutomationError(what + " '" + name + "', asked for in the condition '" + mCondition + "'");
+        }
+        std::string Variable(const std::string& name) const override { return mDocument.Variable(name); }
+        bool IsPage(const std::string& name) const override { return mDocument.IsPage(name); }
+        std::string ItemType() const override { return mDef ? mDef->Name : std::string(); }
+
+      private:
+        const std::string& mCondition;
+        EngineDocument& mDocument;
+        const Ref<Object>& mItem;
+        const Ref<NamespaceDef>& mDef;
+        IDataProvider* mAsker;
+    };
 
     std::string mText;
     std::shared_ptr<const ConditionExpression> mExpression;
@@ -78,8 +89,7 @@ Ref<PageTemplate> EngineDocument::Template() {
 }
 
 Ref<Object> EngineDocument::NamespaceProvider(const std::string& className) {
-    const auto key = foldKey(className);
-    if (const auto known = mProviders.find(key); known != mProviders.end()) return known->second;
+    if (const auto known = mProviders.find(className); known != mProviders.end()) return known->second;
     const auto* family = mShared->templates.KnownFamilies().OfClass(className);
     if (!family || !family->makeProvider) {
         throw AutomationError("No provider of items is registered as '" + className + "'");
@@ -87,7 +97,7 @@ Ref<Object> EngineDocument::NamespaceProvider(const std::string& className) {
     const auto handle = family->makeProvider();
     auto* provider = dynamic_cast<INamespaceProvider*>(handle.get());
     if (!provider) throw AutomationError("'" + className + "' makes no provider of items");
-    mProviders.emplace(key, handle);
+    mProviders.emplace(className, handle);
     provider->Initialise(self(this));
     return handle;
 }
@@ -132,13 +142,10 @@ std::optional<std::string> EngineDocument::ReadData(const std::string& name,
                            data.CurrentParentItem() == parent && data.CurrentItemType() == type;
     std::optional<ItemScope> scope;
     if (!isCurrent) scope.emplace(data, def, item, type, parent);
-    auto value = data.GetProperty(name);
-    return value.starts_with("!UNCRECOGNISED") ? std::nullopt : std::optional(std::move(value));
+    return known(data.GetProperty(name));
 }
 
-bool EngineDocument::IsPage(const std::string& name) const {
-    return mState && mState->pages.contains(foldKey(name));
-}
+bool EngineDocument::IsPage(const std::string& name) const { return mState && mState->pages.contains(name); }
 
 std::string EngineDocument::Variable(const std::string& name) const {
     return VariableValues && VariableValues->HasKey(name) ? VariableValues->Item(name)->Value : std::string();
@@ -187,7 +194,9 @@ Ref<LoadedPage> EngineDocument::LoadPage(const std::string& file) {
     return make<RenderedPage>(path, pieces);
 }
 
-Ref<Object> EngineDocument::NewCommonProvider() { return make<CommonProvider>(self(this)); }
+Ref<Object> EngineDocument::NewCommonProvider(IDataProvider* asker) {
+    return make<CommonProvider>(self(this), asker);
+}
 
 std::unique_ptr<Condition> EngineDocument::NewCondition(const std::string& text) {
     const auto resolved = text.starts_with('@') ? Scrap(text.substr(1)) : text;

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/Text.h"
 #include "engine/Conditions.h"
 #include "engine/ContentsTree.h"
 #include "engine/Engine.h"
@@ -37,12 +38,13 @@ struct BuildState {
         Ref<Object> item;
         int offers = 0;
     };
-    // By folded name.
-    std::unordered_map<std::string, Page> pages;
+    FoldedMap<Page> pages;
     std::string firstPage;
     // The page being written: its name under the output path, and the template's page that it is made from.
     std::string pageName;
     Ref<PageLayout> layout;
+    // Its place in the contents, once somebody asked for it.
+    std::optional<std::optional<std::size_t>> readingPlace;
     std::shared_ptr<const std::vector<ItemSource>> sources;
     std::shared_ptr<const ContentsTree> contents;
     bool knowsLanguage = false;
@@ -65,7 +67,7 @@ class EngineDocument : public Document {
     void StreamTOC(const Ref<FileSystemObject>& file, const Ref<PageTemplate>& pageTemplate) override;
     void CopyTemplateSupportFiles(const Ref<PageTemplate>& pageTemplate) override;
     Ref<LoadedPage> LoadPage(const std::string& file) override;
-    Ref<Object> NewCommonProvider() override;
+    Ref<Object> NewCommonProvider(IDataProvider* asker) override;
     std::unique_ptr<Condition> NewCondition(const std::string& text) override;
 
     // The rest is for the engine's own parts.
@@ -106,7 +108,7 @@ class EngineDocument : public Document {
 
     std::shared_ptr<EngineShared> mShared;
     Ref<quillbox::NamespaceDefs> mNamespaceDefs = make<quillbox::NamespaceDefs>();
-    std::unordered_map<std::string, Ref<Object>> mProviders;
+    FoldedMap<Ref<Object>> mProviders;
     std::unique_ptr<BuildState> mState;
     NodePlace mCurrentNode;
     bool mCollectingContents = false;

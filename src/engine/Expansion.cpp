@@ -1,5 +1,7 @@
 #include "engine/Expansion.h"
 
+#include <functional>
+
 #include "base/AutomationError.h"
 
 namespace quillbox {
@@ -14,7 +16,7 @@ void expandThrough(IDataProvider& provider, const TagPieces& pieces, const std::
             throw error.At(writing.empty() ? place : place + ", writing " + writing);
         }
     };
-    expandTags(pieces, valueOf, out);
+    expandTags(pieces, std::ref(valueOf), out);
 }
 
 }  // namespace quillbox

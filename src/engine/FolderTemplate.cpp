@@ -1,6 +1,5 @@
 #include "engine/FolderTemplate.h"
 
-#include "base/Text.h"
 #include "engine/Disk.h"
 
 namespace quillbox {
@@ -67,18 +66,18 @@ const TagPieces& FolderTemplate::PageText(const std::string& file) {
 
 const std::string* FolderTemplate::Scrap(const std::string& name) {
     if (!mScraps) readScraps();
-    const auto found = mScraps->find(foldKey(name));
+    const auto found = mScraps->find(name);
     return found == mScraps->end() ? nullptr : &found->second;
 }
 
 void FolderTemplate::readScraps() {
     static constexpr std::string_view kExtension = ".html";
-    std::unordered_map<std::string, std::string> scraps;
+    FoldedMap<std::string> scraps;
     for (const auto& file : disk::files(mFolder + "scraps")) {
         if (!endsWithText(file, kExtension)) continue;
         const auto path = mFolder + "scraps/" + file;
         const auto name = file.substr(0, file.size() - kExtension.size());
-        if (!scraps.emplace(foldKey(name), withoutLineEnd(disk::readUtf8(path))).second) {
+        if (!scraps.emplace(name, withoutLineEnd(disk::readUtf8(path))).second) {
             throw AutomationError(path + ": expected each scrap once, found '" + name +
                                   "' in another case too");
         }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/AutomationError.h"
+#include "base/Text.h"
 #include "engine/TemplateReader.h"
 
 namespace quillbox {
@@ -47,7 +48,7 @@ class FolderTemplate : public PageTemplate {
     TemplateDescription mDescription;
     std::optional<AutomationError> mFailure;
     std::unordered_map<std::string, TagPieces> mPageTexts;
-    std::optional<std::unordered_map<std::string, std::string>> mScraps;
+    std::optional<FoldedMap<std::string>> mScraps;
 };
 
 // The page split at its tags as pages are: tags in quotes count from the start.

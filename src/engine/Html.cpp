@@ -1,5 +1,7 @@
 #include "engine/Html.h"
 
+#include "engine/CharSet.h"
+
 namespace quillbox {
 
 namespace {
@@ -11,13 +13,12 @@ int hexadecimal(char c) {
     return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
-}  // namespace
+bool isPlain(std::string_view text) {
+    static constexpr CharSet kSpecial("&<>\"\r\n");
+    return kSpecial.Find(text) == std::string_view::npos;
+}
 
-std::string htmlText(std::string_view text) {
-    bool special = false;
-    for (const char c : text)
-        special |= c == '&' || c == '<' || c == '>' || c == '"' || c == '\r' || c == '\n';
-    if (!special) return std::string(text);
+std::string escapedText(std::string_view text) {
     std::string html;
     html.reserve(text.size() + 16);
     for (const char c : text) {
@@ -44,6 +45,12 @@ std::string htmlText(std::string_view text) {
     }
     return html;
 }
+
+}  // namespace
+
+std::string htmlText(std::string_view text) { return isPlain(text) ? std::string(text) : escapedText(text); }
+
+std::string htmlText(std::string&& text) { return isPlain(text) ? std::move(text) : escapedText(text); }
 
 std::string plainText(std::string_view html) {
     std::string text;
@@ -117,20 +124,19 @@ std::string anchorName(std::string_view text) {
 
 bool isRemote(std::string_view link) {
     if (link.starts_with('/') || link.starts_with('\\')) return true;
-    for (const char c : link) {
-        if (c == ':' || c == '/' || c == '?' || c == '#') return c == ':';
-    }
-    return false;
+    static constexpr CharSet kEnds(":/?#");
+    const auto end = kEnds.Find(link);
+    return end != std::string_view::npos && link[end] == ':';
 }
 
 std::size_t endOfTag(std::string_view html, std::size_t from) {
-    for (auto at = from; at < html.size(); ++at) {
-        if (html[at] == '>') return at;
-        if (html[at] != '"' && html[at] != '\'') continue;
-        at = html.find(html[at], at + 1);
-        if (at == std::string_view::npos) return at;
+    static constexpr CharSet kMarks(">\"'");
+    auto at = kMarks.Find(html, from);
+    while (at != std::string_view::npos && html[at] != '>') {
+        const auto close = html.find(html[at], at + 1);
+        at = close == std::string_view::npos ? close : kMarks.Find(html, close + 1);
     }
-    return std::string_view::npos;
+    return at;
 }
 
 std::string nameAsLink(std::string_view name) {
@@ -166,10 +172,8 @@ std::string decodedLink(std::string_view link) {
 }
 
 std::string_view withoutFragment(std::string_view link) {
-    for (std::size_t at = 0; at < link.size(); ++at) {
-        if (link[at] == '?' || link[at] == '#') return link.substr(0, at);
-    }
-    return link;
+    static constexpr CharSet kEnds("?#");
+    return link.substr(0, kEnds.Find(link));
 }
 
 }  // namespace quillbox

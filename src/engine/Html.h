@@ -7,6 +7,7 @@ namespace quillbox {
 
 // Text as it stands in HTML, between tags or in a quoted attribute; line ends become blanks.
 std::string htmlText(std::string_view text);
+std::string htmlText(std::string&& text);
 
 // The text of HTML without its tags and comments, as it may stand in a quoted attribute: one blank for any
 // white space, and `&...;` as it was.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/AutomationError.h"
@@ -15,6 +16,11 @@ struct ItemSource {
     Ref<Object> root;
     Ref<NamespaceDefs> defs;
 };
+
+// Nothing where a data provider says that it does not know the name.
+inline std::optional<std::string> known(std::string value) {
+    return value.starts_with("!UNCRECOGNISED") ? std::nullopt : std::optional(std::move(value));
+}
 
 // Makes an item current in a data provider for a while.
 class ItemScope {

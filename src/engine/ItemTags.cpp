@@ -26,7 +26,7 @@ std::string inFormat(const std::string& text, const std::string& format) {
 }
 
 std::string property(const TagRequest& request) {
-    const auto name = request.Attribute("name");
+    const auto& name = request.name;
     const auto format = request.Attribute("format");
     const auto value = request.document.ReadProperty(request.current.CurrentItem(), name);
     if (!value) return missing(name);
@@ -37,21 +37,30 @@ std::string property(const TagRequest& request) {
 std::string text(const TagRequest& request) { return request.Attribute("value"); }
 
 std::optional<std::string> dataOf(const TagRequest& request, const std::string& name) {
+    if (request.asker) return known(request.asker->GetProperty(name));
     const auto& current = request.current;
     return request.document.ReadData(name, current.NamespaceDef(), current.CurrentItem(),
                                      current.CurrentItemType(), current.CurrentParentItem());
 }
 
 std::string htmlTextOf(const TagRequest& request) {
-    const auto name = request.Attribute("name");
-    const auto value = dataOf(request, name);
-    return value ? htmlText(*value) : missing(name);
+    const auto& name = request.name;
+    auto value = dataOf(request, name);
+    return value ? htmlText(*std::move(value)) : missing(name);
 }
 
 std::string plainTextOf(const TagRequest& request) {
-    const auto name = request.Attribute("name");
+    const auto& name = request.name;
     const auto value = dataOf(request, name);
     return value ? plainText(*value) : missing(name);
+}
+
+// The title of the current item, or the name of one that has no title.
+std::string pageTitle(const TagRequest& request) {
+    auto title = dataOf(request, "itemtitle");
+    if (!title || title->empty())
+        title = request.document.ReadProperty(request.current.CurrentItem(), "Name");
+    return htmlText(std::move(title).value_or(""));
 }
 
 // The title of the page that the current item leads to.
@@ -59,7 +68,7 @@ std::string targetTitle(const TagRequest& request) {
     const auto* build = request.document.Building();
     const auto target = dataOf(request, "linktarget");
     if (!build || !target) return {};
-    const auto page = build->pages.find(foldKey(withoutFragment(*target)));
+    const auto page = build->pages.find(withoutFragment(*target));
     if (page == build->pages.end()) return {};
     return htmlText(request.document.ReadProperty(page->second.item, "Title").value_or(""));
 }
@@ -70,7 +79,10 @@ std::string linkOf(const TagRequest& request) {
                       : dataOf(request, "linktarget").value_or("");
 }
 
-std::string targetLink(const TagRequest& request) { return hrefOf(request, linkOf(request)); }
+std::string targetLink(const TagRequest& request) {
+    const auto link = linkOf(request);
+    return hrefOf(request, link, request.document.IsPage(link));
+}
 
 // Whether the link of the current item or contents node leads to a page of the build, to a file that is
 // there, or to another place.
@@ -93,7 +105,7 @@ bool isNames(const std::string& contentType) {
 // Names of files stay as the file system has them, whatever the encoding of the page: the compiler opens
 // them.
 std::string streamContent(const TagRequest& request) {
-    const auto contentType = request.Attribute("name");
+    const auto& contentType = request.name;
     if (!request.file)
         throw AutomationError("streamcontent:name=" + contentType +
                               " works in a page that is written to a file");
@@ -115,6 +127,7 @@ void addItemTags(TagTable& tags) {
         {"property", property},
         {"htmltext", htmlTextOf},
         {"plaintext", plainTextOf},
+        {"pagetitle", pageTitle},
         {"targettitle", targetTitle},
         {"targetexists", targetExists},
         {"targetlink", targetLink},

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/Text.h"
+#include "engine/CharSet.h"
 #include "engine/Disk.h"
 #include "engine/Html.h"
 
@@ -18,10 +19,11 @@ std::string folderOf(const std::string& name) { return name.substr(0, name.rfind
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 bool refers(std::string_view attribute) {
-    for (const auto one : kReferring) {
-        if (sameText(attribute, one)) return true;
-    }
-    return false;
+    // Few other attributes end like one of these.
+    static constexpr CharSet kLast("cCfFdDaArR");
+    if (attribute.empty() || !kLast.Has(attribute.back())) return false;
+    return std::any_of(kReferring.begin(), kReferring.end(),
+                       [&](std::string_view one) { return FoldedEqual{}(attribute, one); });
 }
 
 // Relative to the output folder, without "." and ".."; empty for what lies outside.
@@ -58,11 +60,12 @@ bool isPlainName(std::string_view name) {
 }  // namespace
 
 void LocalFiles::add(const std::string& folder, std::string_view reference) {
-    reference = trimmed(withoutFragment(trimmed(reference)));
+    reference = withoutFragment(trimmed(reference));
+    if (reference.empty()) return;
+    mWritten.assign(folder).append(reference);
+    if (!mSeen.insert(mWritten).second) return;
+    reference = trimmed(reference);
     if (reference.empty() || isRemote(reference)) return;
-    auto written = folder;
-    written += reference;
-    if (!mSeen.insert(std::move(written)).second) return;
     auto name = placed(folder, decodedLink(replaceAll(reference, "&amp;", "&")));
     if (isPlainName(name) && mKnown.insert(name).second) mNames.push_back(std::move(name));
 }

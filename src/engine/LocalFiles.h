@@ -1,8 +1,9 @@
 #pragma once
 
+#include <tsl/robin_set.h>
+
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "engine/OutputFolder.h"
@@ -25,9 +26,15 @@ class LocalFiles {
     void scanTag(const std::string& folder, std::string_view tag);
     void scanStyles(const std::string& folder, std::string_view css);
 
+    // A table without nodes of its own, as each link of each page is looked up here.
+    using Names = tsl::robin_set<std::string, std::hash<std::string>, std::equal_to<>,
+                                 std::allocator<std::string>, true>;
+
     // As written, with the folder of the referring file; then by name.
-    std::unordered_set<std::string> mSeen, mKnown;
+    Names mSeen, mKnown;
     std::vector<std::string> mNames;
+    // Used again and again for what is looked up.
+    std::string mWritten;
 };
 
 }  // namespace quillbox

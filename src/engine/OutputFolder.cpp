@@ -79,19 +79,18 @@ std::string OutputFolder::OnDisk(const std::string& fullName) const {
 }
 
 void OutputFolder::Claim(const std::string& name, const std::string& by) {
-    const auto [place, isNew] = mClaimed.emplace(foldKey(name), Claimed{name, by});
+    const auto [other, isNew] = mClaimed.emplace(name, by);
     if (isNew) return;
-    const auto& other = place->second;
     throw AutomationError("Two files of the build would have one name: '" + name + "' from " + by + " and '" +
-                          other.name + "' from " + other.by);
+                          other->first + "' from " + other->second);
 }
 
-bool OutputFolder::IsClaimed(const std::string& name) const { return mClaimed.contains(foldKey(name)); }
+bool OutputFolder::IsClaimed(const std::string& name) const { return mClaimed.contains(name); }
 
 bool OutputFolder::IsClaimedFile(const std::string& name) const {
-    const auto found = mClaimed.find(foldKey(name));
+    const auto found = mClaimed.find(name);
     return found != mClaimed.end() &&
-           (found->second.name == name || disk::isSame(mDisk + name, mDisk + found->second.name));
+           (found->first == name || disk::isSame(mDisk + name, mDisk + found->first));
 }
 
 // A link in the way may not lead what is written out of the folder.

@@ -2,11 +2,11 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "base/Object.h"
+#include "base/Text.h"
 #include "engine/BuildRecord.h"
 
 namespace quillbox {
@@ -42,14 +42,11 @@ class OutputFolder {
     void RemoveIfSame(const WrittenFile& file) const;
 
   private:
-    struct Claimed {
-        std::string name, by;
-    };
-
     void prepareFolderOf(const std::string& name);
 
     std::string mPath, mDisk;
-    std::unordered_map<std::string, Claimed> mClaimed;
+    // By whom, by names.
+    FoldedMap<std::string> mClaimed;
     std::unordered_set<std::string> mPrepared;
     std::vector<WrittenFile> mWritten;
 };

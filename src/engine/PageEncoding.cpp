@@ -109,10 +109,11 @@ std::string_view held(UConverter* converter, UChar32 character, std::array<char,
 // How many bytes of the text are ASCII before the first that is not.
 std::size_t asciiLength(std::string_view text) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    using Block = std::array<std::uint64_t, 4>;
     std::size_t at = 0;
-    for (std::uint64_t word = 0; at + sizeof word <= text.size(); at += sizeof word) {
-        std::memcpy(&word, text.data() + at, sizeof word);
-        if (word & kHighBits) break;
+    for (Block block{}; at + sizeof block <= text.size(); at += sizeof block) {
+        std::memcpy(&block, text.data() + at, sizeof block);
+        if ((block[0] | block[1] | block[2] | block[3]) & kHighBits) break;
     }
     while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80) ++at;
     return at;
@@ -271,10 +272,13 @@ std::string environmentLanguage() {
     return {};
 }
 
-std::string encode(const std::string& page, std::string text, PageEncoding encoding, const Language& language,
-                   const std::vector<RawRange>& raw, EncodingNotes& notes) {
-    if (encoding == PageEncoding::Utf8 || asciiLength(text) == text.size()) return text;
-    return Encoder(page, text, encoding, language, notes).Run(raw);
+bool isAsItStands(std::string_view text, PageEncoding encoding) {
+    return encoding == PageEncoding::Utf8 || asciiLength(text) == text.size();
+}
+
+std::string encode(const std::string& page, const std::string& text, PageEncoding encoding,
+                   const Language& language, const std::vector<RawRange>& raw, EncodingNotes& notes) {
+    return isAsItStands(text, encoding) ? text : Encoder(page, text, encoding, language, notes).Run(raw);
 }
 
 }  // namespace quillbox

@@ -47,8 +47,11 @@ struct EncodingNotes {
     std::vector<std::string> lines;
 };
 
+// Whether the bytes of a page are its text.
+bool isAsItStands(std::string_view text, PageEncoding encoding);
+
 // The bytes of a page.
-std::string encode(const std::string& page, std::string text, PageEncoding encoding, const Language& language,
-                   const std::vector<RawRange>& raw, EncodingNotes& notes);
+std::string encode(const std::string& page, const std::string& text, PageEncoding encoding,
+                   const Language& language, const std::vector<RawRange>& raw, EncodingNotes& notes);
 
 }  // namespace quillbox

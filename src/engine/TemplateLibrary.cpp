@@ -122,15 +122,15 @@ bool TemplateLibrary::refresh() {
 
 // Of two with one name the later counts, unless both lie in one folder.
 void TemplateLibrary::makeList() {
-    std::unordered_map<std::string, Ref<FolderTemplate>> byName;
+    FoldedMap<Ref<FolderTemplate>> byName;
     for (const auto& folder : mFolders) {
         const auto found = mEntries.at(folder).pageTemplate;
-        const auto other = byName.find(foldKey(found->Name()));
+        const auto other = byName.find(found->Name());
         if (other != byName.end() && parentOf(other->second->Path()) == parentOf(folder)) {
             found->Break(folder + "template.xml: expected a Name of its own, found '" + found->Name() +
                          "', which " + other->second->Path() + " has too");
         }
-        byName[foldKey(found->Name())] = found;
+        byName[found->Name()] = found;
     }
     std::vector<Ref<FolderTemplate>> sorted;
     for (const auto& [name, found] : byName) sorted.push_back(found);

@@ -147,7 +147,7 @@ TEST_F(BuildDriverTest, DeletesWhatWasOnlyNeededOnTheWay) {
     document->onBuild = [&](FakeDocument& d) {
         for (const auto* name : written) {
             outside.files->Put(kFolder + std::string(name), "written");
-            d.ContentCreated.emit(name);
+            d.ContentMade.emit(name);
         }
     };
     build();
@@ -160,8 +160,8 @@ TEST_F(BuildDriverTest, DeletesWhatWasOnlyNeededOnTheWay) {
 TEST_F(BuildDriverTest, GoesOnWhereAFileCannotBeDeleted) {
     outside.files->Put("/work/manual/Last.html", "written");
     document->onBuild = [](FakeDocument& d) {
-        d.ContentCreated.emit("NeverWritten.html");
-        d.ContentCreated.emit("Last.html");
+        d.ContentMade.emit("NeverWritten.html");
+        d.ContentMade.emit("Last.html");
     };
     build();
     EXPECT_FALSE(has("/work/manual/Last.html"));
@@ -171,7 +171,7 @@ TEST_F(BuildDriverTest, DeletesBelowTheOutputRootWhereOneIsSet) {
     outside.files->Put("/site/Intro.html", "written");
     outside.files->Put("/work/manual/Intro.html", "the author's");
     document->OutputRoot = "/site";
-    document->onBuild = [](FakeDocument& d) { d.ContentCreated.emit("Intro.html"); };
+    document->onBuild = [](FakeDocument& d) { d.ContentMade.emit("Intro.html"); };
     build();
     EXPECT_FALSE(has("/site/Intro.html"));
     EXPECT_TRUE(has("/work/manual/Intro.html"));
@@ -179,7 +179,7 @@ TEST_F(BuildDriverTest, DeletesBelowTheOutputRootWhereOneIsSet) {
 
 TEST_F(BuildDriverTest, DeletesNothingWithoutCompilingOrCleaningUp) {
     outside.files->Put("/work/manual/Intro.html", "written");
-    document->onBuild = [](FakeDocument& d) { d.ContentCreated.emit("Intro.html"); };
+    document->onBuild = [](FakeDocument& d) { d.ContentMade.emit("Intro.html"); };
     build(false, true);
     EXPECT_TRUE(has("/work/manual/Intro.html"));
     EXPECT_FALSE(document->Compile);

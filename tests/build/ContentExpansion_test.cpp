@@ -100,9 +100,21 @@ TEST_F(ContentExpansionTest, AListWithoutOptionalScrapsHasItsBodies) {
     addTopic("Two");
     document->scraps["_T_body"] = "[%%itemtitle%%]";
     EXPECT_EQ(expanded("%%filtereditemlist:scrap=T,namespace=topic%%"), "[One title][Two title]");
-    document->scraps.clear();
-    EXPECT_EQ(expanded("%%filtereditemlist:scrap=T,namespace=topic%%"),
-              "!MISSING SCRAP '_T_body'!!MISSING SCRAP '_T_body'!");
+    EXPECT_EQ(expanded("%%filtereditemlist:scrap=U,namespace=topic%%"),
+              "!MISSING SCRAP '_U_body'!!MISSING SCRAP '_U_body'!");
+}
+
+TEST_F(ContentExpansionTest, ScrapsAreThoseOfTheTemplateInUse) {
+    addTopic("One");
+    const std::string text =
+        "%%filtereditemlist:scrap=T,namespace=topic%% %%scrap:name=_S%% %%literal:value=x,ValueFormat=@_F%%";
+    document->scraps = {{"_T_body", "[%%itemtitle%%]"}, {"_S", "one"}, {"_F", "(%%literal%%)"}};
+    EXPECT_EQ(expanded(text), "[One title] one (x)");
+    const auto other = engine->AddTemplate("Other");
+    document->PageTemplates->Add(other, other->Name());
+    document->TemplateName = "Other";
+    document->scraps = {{"_T_body", "{%%itemtitle%%}"}, {"_S", "two"}, {"_F", "<%%literal%%>"}};
+    EXPECT_EQ(expanded(text), "{One title} two <x>");
 }
 
 TEST_F(ContentExpansionTest, AListWithoutItemsIsEmpty) {

@@ -81,7 +81,8 @@ class FakeCondition : public Condition {
   public:
     explicit FakeCondition(std::string text) : mText(std::move(text)) {}
     bool IsValid() const override { return mText == "true" || mText == "false"; }
-    bool Evaluate(const Ref<Object>&, const Ref<NamespaceDef>&, const Ref<Document>&) override {
+    bool Evaluate(const Ref<Object>&, const Ref<NamespaceDef>&, const Ref<Document>&,
+                  IDataProvider*) override {
         return mText == "true";
     }
 
@@ -150,7 +151,7 @@ class FakeDocument : public Document {
         if (found == pages.end()) throw AutomationError("There is no page " + file);
         return make<FakePage>(found->second);
     }
-    Ref<Object> NewCommonProvider() override { return make<FakeCommonProvider>(common); }
+    Ref<Object> NewCommonProvider(IDataProvider*) override { return make<FakeCommonProvider>(common); }
     std::unique_ptr<Condition> NewCondition(const std::string& text) override {
         return std::make_unique<FakeCondition>(text);
     }

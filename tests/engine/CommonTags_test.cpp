@@ -8,7 +8,7 @@ using testing::HasSubstr;
 class CommonTagsTest : public EngineTest {
   protected:
     IDataProvider& Common() {
-        if (!mCommon) mCommon = mDocument->NewCommonProvider();
+        if (!mCommon) mCommon = mDocument->NewCommonProvider(nullptr);
         return dynamic_cast<IDataProvider&>(*mCommon);
     }
     static Ref<Element> Tag(const std::string& type) {
@@ -124,6 +124,13 @@ TEST_F(CommonTagsTest, WriteDatesOfTheItemAsAsked) {
               "2026-03-09 08:15:30|09.03.2026 08:15||!NO DATE 'Intro'!|!NO PROPERTY 'No'!");
 }
 
+TEST_F(CommonTagsTest, GiveAPageItsTitleOrItsName) {
+    mGuide->AddPage("intro", "Salt & pepper");
+    EXPECT_EQ(Rendered("<%%pagetitle%%>"), "<Salt &amp; pepper>");
+    mGuide->children.front()->properties["title"] = "";
+    EXPECT_EQ(Rendered("<%%pagetitle%%>"), "<intro>");
+}
+
 TEST_F(CommonTagsTest, GiveHtmlAsPlainText) {
     const auto plain = [&](const std::string& html) {
         mGuide->children.clear();
@@ -194,7 +201,7 @@ TEST_F(CommonTagsTest, TheTitleOfATargetIsThatOfItsPage) {
 
 TEST_F(CommonTagsTest, GoneWithTheirDocumentTheyFail) {
     auto document = mEngine->NewDocument();
-    const auto common = document->NewCommonProvider();
+    const auto common = document->NewCommonProvider(nullptr);
     document.reset();
     EXPECT_EQ(failureOf([&] { dynamic_cast<IDataProvider&>(*common).GetProperty("version"); }),
               "The document of these tags has gone");

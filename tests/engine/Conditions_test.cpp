@@ -28,7 +28,7 @@ class ConditionsTest : public EngineTest {
         if (!condition->IsValid()) return "invalid";
         std::string answer;
         const auto failure =
-            failureOf([&] { answer = condition->Evaluate(mPage, mDef, mDocument) ? "yes" : "no"; });
+            failureOf([&] { answer = condition->Evaluate(mPage, mDef, mDocument, nullptr) ? "yes" : "no"; });
         return answer.empty() ? failure : answer;
     }
 

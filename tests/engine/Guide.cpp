@@ -37,7 +37,7 @@ Ref<GuideItem> Guide::AddPage(const std::string& name, const std::string& title,
 }
 
 IDataProvider& GuideData::common() {
-    if (!mCommon) mCommon = document.Get()->NewCommonProvider();
+    if (!mCommon) mCommon = document.Get()->NewCommonProvider(this);
     auto& provider = dynamic_cast<IDataProvider&>(*mCommon);
     provider.SetCurrentItem(mDef, mItem, mType, mParent);
     return provider;
@@ -48,7 +48,7 @@ std::string GuideData::ProvideData(const Ref<Element>& element, const Ref<FileSy
     if (const auto text = attribute(*element, "condition"); !text.empty()) {
         const auto condition = document.Get()->NewCondition(text);
         if (!condition->IsValid()) return "!INVALID CONDITION TYPE!";
-        if (!condition->Evaluate(mItem, mDef, document.Get())) return {};
+        if (!condition->Evaluate(mItem, mDef, document.Get(), this)) return {};
     }
     return formatted(type, valueOf(type, element, file), *element);
 }

@@ -53,8 +53,11 @@ class Document : public Object {
     bool SwitchA = false, SwitchB = false, SwitchC = false;
     bool IncludePrivateMembers = false;
 
-    // The file's name is relative to the output folder.
+    // A file is on disk. Its name is relative to the output folder.
     sigc::signal<void(const std::string&)> ContentCreated;
+    // Told before it, for who needs the name alone: the file may still be on its way to the disk. Where
+    // nobody hears `ContentCreated`, pages are put on disk while the next ones are made.
+    sigc::signal<void(const std::string&)> ContentMade;
     sigc::signal<void(const Ref<TemplatePage>&, const Ref<NamespaceDef>&, const Ref<Object>&,
                       bool& dontGenerate)>
         BeforeOutputNamespacePage;
@@ -79,8 +82,9 @@ class Document : public Object {
     virtual void CopyTemplateSupportFiles(const Ref<PageTemplate>& pageTemplate) = 0;
     virtual Ref<LoadedPage> LoadPage(const std::string& file) = 0;
 
-    // The general tags; an IDataProvider of this document.
-    virtual Ref<Object> NewCommonProvider() = 0;
+    // The general tags; an IDataProvider of this document. What they read of other tags `asker` gives, which
+    // outlives it; where there is none, the data provider of the first source.
+    virtual Ref<Object> NewCommonProvider(IDataProvider* asker) = 0;
     virtual std::unique_ptr<Condition> NewCondition(const std::string& text) = 0;
 };
 

@@ -93,8 +93,10 @@ class Condition {
   public:
     virtual ~Condition() = default;
     virtual bool IsValid() const = 0;
+    // What the item itself does not publish `asker` gives, or where there is none the data provider of the
+    // document's first source.
     virtual bool Evaluate(const Ref<Object>& item, const Ref<NamespaceDef>& def,
-                          const Ref<Document>& document) = 0;
+                          const Ref<Document>& document, IDataProvider* asker) = 0;
 };
 
 }  // namespace quillbox

@@ -141,10 +141,6 @@ class Level {
     Level& operator=(const Level&) = delete;
 };
 
-const SplitTag* splitTag(const Element& tag) {
-    return typeid(tag) == typeid(SplitTag) ? static_cast<const SplitTag*>(&tag) : nullptr;
-}
-
 const std::string* find(const SplitTag& tag, std::string_view name) {
     for (const auto& [known, value] : tag.attributes) {
         if (known == name) return &value;
@@ -154,6 +150,10 @@ const std::string* find(const SplitTag& tag, std::string_view name) {
 
 }  // namespace
 
+const SplitTag* asSplitTag(const Element& tag) {
+    return typeid(tag) == typeid(SplitTag) ? static_cast<const SplitTag*>(&tag) : nullptr;
+}
+
 void SplitTag::Add(std::string_view name, std::string_view value) {
     Attributes->Add(Value(value), Value(name));
     if (attributes.empty()) type = lower(value);
@@ -161,12 +161,12 @@ void SplitTag::Add(std::string_view name, std::string_view value) {
 }
 
 bool hasAttribute(const Element& tag, std::string_view name) {
-    const auto* split = splitTag(tag);
+    const auto* split = asSplitTag(tag);
     return split ? find(*split, name) != nullptr : tag.Attributes->Find(Value(name)) != nullptr;
 }
 
 std::string attributeText(const Element& tag, std::string_view name) {
-    if (const auto* split = splitTag(tag)) {
+    if (const auto* split = asSplitTag(tag)) {
         const auto* value = find(*split, name);
         return value ? *value : std::string();
     }
@@ -175,7 +175,7 @@ std::string attributeText(const Element& tag, std::string_view name) {
 }
 
 std::string tagType(const Element& tag) {
-    const auto* split = splitTag(tag);
+    const auto* split = asSplitTag(tag);
     return split ? split->type : lower(attributeText(tag, "type"));
 }
 
@@ -186,6 +186,10 @@ TagPieces splitTags(std::string_view text, bool replaceInQuotes) {
 void expandTags(const TagPieces& pieces, const std::function<std::string(const TagPiece&)>& valueOf,
                 std::string& out) {
     const Level level;
+    // A value is as long as its tag, more or less.
+    std::size_t size = out.size();
+    for (const auto& piece : pieces) size += piece.text.size();
+    if (size > out.capacity()) out.reserve(std::max(size, out.capacity() * 2));
     for (const auto& piece : pieces) {
         if (!piece.element) {
             out += piece.text;

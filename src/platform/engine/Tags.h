@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,6 +10,11 @@
 #include "platform/engine/Providers.h"
 
 namespace quillbox {
+
+// What somebody worked out about a tag, to have it at hand the next time.
+struct TagNotes {
+    virtual ~TagNotes() = default;
+};
 
 // A tag of a text that was split. It stays as it is, so its attributes stand in a table of their own too,
 // where they are found at once however often they are asked for.
@@ -20,7 +26,11 @@ class SplitTag final : public Element {
     std::string type;
     // By folded names.
     std::vector<std::pair<std::string, std::string>> attributes;
+    // Of the project's data provider and of the common one. None at first.
+    mutable std::unique_ptr<const TagNotes> notes, commonNotes;
 };
+// None for a tag that a caller made up.
+const SplitTag* asSplitTag(const Element& tag);
 
 // Reading the attributes of any tag, by names in lower case.
 bool hasAttribute(const Element& tag, std::string_view name);

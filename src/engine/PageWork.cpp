@@ -1,0 +1,110 @@
+#include "engine/PageWork.h"
+
+#include <system_error>
+#include <utility>
+
+namespace quillbox {
+
+namespace {
+
+// Waking the other thread costs as much as a page does.
+constexpr std::size_t kMostPages = 64;
+constexpr std::size_t kMostBytes = std::size_t{1} << 20;
+
+void forgetIfLarge(std::string& text) {
+    if (text.capacity() > kMostBytes) text = {};
+}
+
+}  // namespace
+
+PageWork::~PageWork() {
+    try {
+        Settle();
+    } catch (...) {
+        // The failure that ends the build is under way, or was told before.
+    }
+    if (!mThread.joinable()) return;
+    {
+        const std::lock_guard lock(mMutex);
+        mIsOver = true;
+    }
+    mChanged.notify_all();
+    mThread.join();
+}
+
+FinishedPage& PageWork::Next() {
+    if (mFilling.count == mFilling.pages.size()) mFilling.pages.emplace_back();
+    return mFilling.pages[mFilling.count];
+}
+
+void PageWork::Add() {
+    mFilling.bytes += mFilling.pages[mFilling.count++].html.size();
+    if (mFilling.count == kMostPages || mFilling.bytes >= kMostBytes) handOver();
+}
+
+void PageWork::Settle() {
+    wait();
+    work(mFilling);
+}
+
+void PageWork::handOver() {
+    wait();
+    if (!mThread.joinable() && !startThread()) return work(mFilling);
+    {
+        const std::lock_guard lock(mMutex);
+        std::swap(mFilling, mWorking);
+        mIsWorking = true;
+    }
+    mChanged.notify_all();
+}
+
+// False where the system gives no thread.
+bool PageWork::startThread() {
+    try {
+        mThread = std::thread([this] { run(); });
+        return true;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
+void PageWork::wait() {
+    std::unique_lock lock(mMutex);
+    mChanged.wait(lock, [this] { return !mIsWorking; });
+    if (mFailure) std::rethrow_exception(mFailure);
+}
+
+void PageWork::run() {
+    std::unique_lock lock(mMutex);
+    for (;;) {
+        mChanged.wait(lock, [this] { return mIsWorking || mIsOver; });
+        if (!mIsWorking) return;
+        lock.unlock();
+        std::exception_ptr failure;
+        try {
+            work(mWorking);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        lock.lock();
+        mIsWorking = false;
+        mFailure = std::move(failure);
+        mChanged.notify_all();
+    }
+}
+
+// A page that fails is the last of its batch.
+void PageWork::work(Batch& batch) {
+    const auto count = std::exchange(batch.count, 0);
+    batch.bytes = 0;
+    for (std::size_t at = 0; at < count; ++at) {
+        auto& page = batch.pages[at];
+        mOutput.Write(page.name, page.bytes ? *page.bytes : page.html);
+        mFiles.ScanPage(page.name, page.html);
+        if (page.isSearched && mIndex) mIndex->Add(page.name, page.html);
+        forgetIfLarge(page.html);
+        page.bytes.reset();
+    }
+}
+
+}  // namespace quillbox
