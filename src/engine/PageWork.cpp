@@ -8,7 +8,7 @@ namespace quillbox {
 namespace {
 
 // Waking the other thread costs as much as a page does.
-constexpr std::size_t kMostPages = 256;
+constexpr std::size_t kMostPages = 64;
 constexpr std::size_t kMostBytes = std::size_t{1} << 20;
 
 void forgetIfLarge(std::string& text) {

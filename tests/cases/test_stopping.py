@@ -61,10 +61,10 @@ class CtrlC(Build):
         terminal, end = pty.openpty()
         with self.start("build", project, "--site", site, "--no-compile", stderr=end) as process:
             os.close(end)
-            # Nobody reads the terminal, so that the program stands still in the middle of its progress.
-            self.wait_for(lambda: (site / "Page3.html").exists())
+            # Nobody reads more of the terminal, so that the program stands still in the middle of its progress.
+            begun = os.read(terminal, 1).decode()
             process.send_signal(signal.SIGINT)
-            shown = self.read_all(terminal)
+            shown = begun + self.read_all(terminal)
             process.wait(timeout=PATIENCE)
             self.assertEqual(process.stdout.read(), b"")
         self.assertEqual(process.returncode, 128 + signal.SIGINT, shown)
