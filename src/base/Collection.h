@@ -29,7 +29,9 @@ class Collection : public Object {
     // The items as text, in order.
     std::vector<std::string> Texts() const {
         std::vector<std::string> texts;
-        for (const auto& item : mList.Items()) texts.push_back(toText(item));
+        texts.reserve(static_cast<std::size_t>(Count()));
+        // By position, as an item that is asked for its text may change the list.
+        for (int position = 1; position <= Count(); ++position) texts.push_back(toText(mList.At(position)));
         return texts;
     }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/AutomationError.h"
+#include "base/FoldedMap.h"
 #include "base/Text.h"
 #include "base/Value.h"
 
@@ -28,7 +29,7 @@ class KeyedList {
 
     const T* FindKey(std::string_view key) const {
         const auto found = mByKey.find(key);
-        return found == mByKey.end() ? nullptr : &found->second->item;
+        return found == mByKey.end() ? nullptr : &(*found)->item;
     }
 
     const T& At(const Value& index) const {
@@ -51,7 +52,7 @@ class KeyedList {
         auto entry = std::make_unique<Entry>(Entry{std::move(item), {}});
         if (!key.IsBlank()) {
             entry->key = toText(key);
-            if (!mByKey.emplace(entry->key, entry.get()).second) {
+            if (!mByKey.insert(entry.get()).second) {
                 throw AutomationError("The key '" + entry->key + "' is already in this collection");
             }
         }
@@ -85,6 +86,21 @@ class KeyedList {
         T item;
         std::string key;
     };
+    // The key of what is in the table or asked for.
+    struct Key {
+        Key(const Entry* entry) : text(entry->key) {}
+        Key(std::string_view wanted) : text(wanted) {}
+        Key(const std::string& wanted) : text(wanted) {}
+        std::string_view text;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const { return FoldedHash()(key.text); }
+    };
+    struct KeyEqual {
+        using is_transparent = void;
+        bool operator()(const Key& a, const Key& b) const { return FoldedEqual()(a.text, b.text); }
+    };
+
     static bool isGiven(const Value& index) { return !index.IsMissing() && !index.If<Value::Empty>(); }
     template <class U>
     static bool isNone(const U&) {
@@ -113,7 +129,8 @@ class KeyedList {
     }
 
     Entries mEntries;
-    FoldedMap<Entry*> mByKey;
+    // The keys stand in the entries alone.
+    tsl::robin_set<Entry*, KeyHash, KeyEqual, std::allocator<Entry*>, true> mByKey;
 };
 
 }  // namespace quillbox

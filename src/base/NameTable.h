@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "base/FoldedMap.h"
 #include "base/Object.h"
-#include "base/Text.h"
 
 namespace quillbox {
 

@@ -14,9 +14,11 @@
 #include <cstring>
 #include <locale>
 #include <memory>
+#include <random>
 #include <sstream>
 
 #include "base/AutomationError.h"
+#include "base/FoldedMap.h"
 
 namespace quillbox {
 
@@ -84,12 +86,32 @@ std::string mapped(std::string_view text) {
     return result;
 }
 
-std::size_t hashOfAscii(std::string_view text) {
+constexpr Word asItStands(Word word) { return word; }
+
+// Another in each process: nobody can make texts that fall into one place of a table.
+Word hashSeed() {
+    static const Word seed = [] {
+        std::random_device device;
+        return Word{device()} << 32 | device();
+    }();
+    return seed;
+}
+
+Word mixed(Word word) {
     constexpr Word kFactor = 0x9E3779B97F4A7C15;
-    Word hash = text.size() * kFactor;
-    for (std::size_t at = 0; at < text.size(); at += sizeof hash) {
-        hash = (hash ^ lowered(wordAt(text, at))) * kFactor;
-        hash ^= hash >> 32;
+    __extension__ using Wide = unsigned __int128;
+    const auto product = Wide{word} * kFactor;
+    return static_cast<Word>(product) ^ static_cast<Word>(product >> 64);
+}
+
+// `bits` gets those that are set in any of the characters.
+template <Word (*Map)(Word)>
+std::size_t hashOf(std::string_view text, Word& bits) {
+    auto hash = mixed(hashSeed() ^ text.size());
+    for (std::size_t at = 0; at < text.size(); at += sizeof(Word)) {
+        const auto word = wordAt(text, at);
+        bits |= word;
+        hash = mixed(hash ^ Map(word));
     }
     return hash;
 }
@@ -147,8 +169,15 @@ std::string foldKey(std::string_view text) {
     return normal;
 }
 
+std::size_t TextHash::operator()(std::string_view text) const {
+    Word bits = 0;
+    return hashOf<asItStands>(text, bits);
+}
+
 std::size_t FoldedHash::operator()(std::string_view text) const {
-    return hashOfAscii(isAscii(text) ? text : std::string_view(foldKey(text)));
+    Word bits = 0;
+    const auto hash = hashOf<lowered>(text, bits);
+    return bits & kHighBits ? hashOf<lowered>(foldKey(text), bits) : hash;
 }
 
 std::string lower(std::string_view text) {

@@ -2,8 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "base/Utf8.h"
@@ -17,29 +15,6 @@ bool endsWithText(std::string_view text, std::string_view ending);
 
 // One form for all spellings that count as the same key.
 std::string foldKey(std::string_view text);
-
-// Tables whose keys ignore case. What is asked for needs no folding.
-struct FoldedHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const;
-};
-struct FoldedEqual {
-    using is_transparent = void;
-    bool operator()(std::string_view a, std::string_view b) const {
-        return !beginDifferently(a, b) && sameText(a, b);
-    }
-
-  private:
-    // Most texts that are not the same can be told by their first letters.
-    static bool beginDifferently(std::string_view a, std::string_view b) {
-        if (a.empty() || b.empty()) return a.size() != b.size();
-        const auto one = static_cast<unsigned char>(a.front()), other = static_cast<unsigned char>(b.front());
-        return (one | other) < 0x80 && ((one ^ other) & ~0x20) != 0;
-    }
-};
-template <class T>
-using FoldedMap = std::unordered_map<std::string, T, FoldedHash, FoldedEqual>;
-using FoldedSet = std::unordered_set<std::string, FoldedHash, FoldedEqual>;
 
 std::string lower(std::string_view text);
 std::string upper(std::string_view text);

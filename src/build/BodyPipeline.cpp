@@ -17,9 +17,10 @@ bool isForPrint(QbDataProvider& provider) {
     return pageTemplate && pageTemplate->Supports().find('p') != std::string::npos;
 }
 
+template <class Place>
 std::string resolved(QbDataProvider& provider, std::string text, const Ref<FileSystemObject>& file,
-                     const std::string& place) {
-    text = provider.Expand(std::move(text), file, place);
+                     const Place& place) {
+    if (text.find("%%") != std::string::npos) text = provider.Expand(std::move(text), file, place());
     if (!provider.NeedProject().CMPFileName().empty()) text = resolveAnchors(text);
     text = resolveGlossaryReferences(provider, std::move(text));
     return isForPrint(provider) ? prepareForPrint(provider, text) : text;
@@ -29,9 +30,8 @@ std::string resolved(QbDataProvider& provider, std::string text, const Ref<FileS
 
 std::string topicSection(QbDataProvider& provider, const Topic& topic, const std::string& name,
                          const Ref<FileSystemObject>& file) {
-    const auto place = "the section '" + name + "' of the topic '" + topic.Name() + "'";
-    return inside([&] { return place; },
-                  [&] { return resolved(provider, topic.TopicSectionData(name), file, place); });
+    const auto place = [&] { return "the section '" + name + "' of the topic '" + topic.Name() + "'"; };
+    return inside(place, [&] { return resolved(provider, topic.TopicSectionData(name), file, place); });
 }
 
 }  // namespace quillbox

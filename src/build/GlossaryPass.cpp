@@ -1,11 +1,12 @@
 #include "build/GlossaryPass.h"
 
+#include <optional>
 #include <string_view>
 
 #include "base/AutomationError.h"
 #include "base/Text.h"
 #include "build/ItemFamily.h"
-#include "build/QbDataProvider.h"
+#include "build/ListProvider.h"
 #include "content/GlossaryItems.h"
 #include "project/QbProject.h"
 
@@ -27,9 +28,10 @@ class References {
             return;
         }
         if (!mData) prepare();
-        mData->SetCurrentItem(mDef, item, mDef->Name, mOwner.CurrentItem());
+        auto& data = *mData;
+        data->SetCurrentItem(mDef, item, mDef->Name, mOwner.CurrentItem());
         const auto begin = out.size();
-        mData->ExpandScrap(*mScrap, out);
+        data->ExpandScrap(*mScrap, out);
         if (!std::string_view(out).substr(begin).starts_with("!UNCRECOGNISED")) return;
         out.resize(begin);
         out.append(kMark).append(term).append(kMark);
@@ -38,14 +40,14 @@ class References {
   private:
     void prepare() {
         mDef = mOwner.Memory().Definition(mOwner.NeedDocument(), kGlossaryItems);
-        mData = mOwner.ForList();
         mScrap = mOwner.Scrap("_GLOSSARYREFERENCE");
+        mData.emplace(mOwner);
     }
 
     QbDataProvider& mOwner;
     Ref<GlossaryItems> mItems;
     Ref<NamespaceDef> mDef;
-    Ref<QbDataProvider> mData;
+    std::optional<ListProvider> mData;
     std::shared_ptr<const KnownScrap> mScrap;
 };
 

@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "base/FoldedMap.h"
 #include "base/SortedList.h"
 #include "base/Text.h"
 #include "project/QbProject.h"
@@ -19,10 +20,11 @@ constexpr std::size_t kDeepest = 20;
 std::vector<std::string> entriesOf(const Topic& topic) {
     auto all = topic.Keywords->Texts();
     if (topic.AutoGenerateIndexEntry()) all.push_back(topic.Title());
-    FoldedSet seen;
+    FoldedViews seen(all.size());
     std::vector<std::string> entries;
-    for (auto& entry : all) {
-        if (seen.insert(entry).second) entries.push_back(std::move(entry));
+    entries.reserve(all.size());
+    for (const auto& entry : all) {
+        if (seen.insert(entry).second) entries.push_back(entry);
     }
     return entries;
 }
@@ -30,13 +32,19 @@ std::vector<std::string> entriesOf(const Topic& topic) {
 // The terms below one place of the tree, found by their texts without regard to case.
 struct Branch {
     Ref<IndexTerm> term = make<IndexTerm>();
-    FoldedMap<Branch> below;
+    FoldedMap<std::unique_ptr<Branch>> known;
+    // The same, each as it came first.
+    std::vector<const Branch*> below;
     std::unordered_set<const Topic*> topics;
 
     Branch& Below(const std::string& text) {
-        auto& branch = below[text];
-        if (branch.term->Name.empty()) branch.term->Name = text;
-        return branch;
+        auto& branch = known[text];
+        if (!branch) {
+            branch = std::make_unique<Branch>();
+            branch->term->Name = text;
+            below.push_back(branch.get());
+        }
+        return *branch;
     }
 
     void Lead(const Ref<Topic>& topic) {
@@ -45,11 +53,11 @@ struct Branch {
 
     std::vector<Ref<IndexTerm>> Sorted() const {
         SortedList<Ref<IndexTerm>> sorted;
-        for (const auto& [key, branch] : below) {
-            branch.term->terms = branch.Sorted();
-            if (branch.term->topics.size() == 1)
-                branch.term->QualifiedName = branch.term->topics.front()->Name();
-            sorted.Add(branch.term, branch.term->Name);
+        for (const auto* branch : below) {
+            const auto& own = branch->term;
+            own->terms = branch->Sorted();
+            if (own->topics.size() == 1) own->QualifiedName = own->topics.front()->Name();
+            sorted.Add(own, own->Name);
         }
         return sorted.Take();
     }

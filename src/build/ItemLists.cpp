@@ -2,7 +2,7 @@
 
 #include "base/AutomationError.h"
 #include "build/ItemFamily.h"
-#include "build/QbDataProvider.h"
+#include "build/ListProvider.h"
 
 namespace quillbox {
 
@@ -26,7 +26,7 @@ class List {
         : mOwner(provider),
           mScraps(provider.Memory().ScrapsOfList(provider.NeedDocument(), scrap)),
           mDef(std::move(def)),
-          mData(provider.ForList()) {}
+          mData(provider) {}
 
     std::string Write(const std::vector<Ref<Object>>& items) {
         makeCurrent(items.front());
@@ -57,7 +57,7 @@ class List {
     QbDataProvider& mOwner;
     std::shared_ptr<const ListScraps> mScraps;
     Ref<NamespaceDef> mDef;
-    Ref<QbDataProvider> mData;
+    ListProvider mData;
     std::string mText;
 };
 

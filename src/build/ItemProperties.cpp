@@ -1,8 +1,6 @@
 #include "build/ItemProperties.h"
 
-#include <unordered_map>
-
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "booklets/Manifest.h"
 #include "booklets/ManifestEntry.h"
 #include "build/EntryNumbers.h"
@@ -92,14 +90,18 @@ std::string glossaryLetterLink(QbDataProvider& provider) {
     return "<a href=\"#" + letter + "\">" + letter + "</a>";
 }
 
+std::string withoutLineEnds(std::string text, std::string_view instead) {
+    return text.find("\r\n") == std::string::npos ? text : replaceAll(text, "\r\n", instead);
+}
+
 std::string glossaryTerm(QbDataProvider& provider) {
     const auto item = currentAs<GlossaryItem>(provider);
-    return replaceAll(item ? item->Term() : memberText(provider, "Term"), "\r\n", "");
+    return withoutLineEnds(item ? item->Term() : memberText(provider, "Term"), "");
 }
 
 std::string glossaryDefinition(QbDataProvider& provider) {
     const auto item = currentAs<GlossaryItem>(provider);
-    return replaceAll(item ? item->Definition() : memberText(provider, "Definition"), "\r\n", " ");
+    return withoutLineEnds(item ? item->Definition() : memberText(provider, "Definition"), " ");
 }
 
 std::string breakBefore(QbDataProvider& provider) {
@@ -119,8 +121,8 @@ std::string entryNumber(QbDataProvider& provider) {
 
 using Property = std::string (*)(QbDataProvider& provider);
 
-const std::unordered_map<std::string, Property>& properties() {
-    static const std::unordered_map<std::string, Property> table = {
+const TextMap<Property>& properties() {
+    static const TextMap<Property> table = {
         {"itemtitle", title},
         {"item_title", title},
         {"title", title},
@@ -150,7 +152,8 @@ const std::unordered_map<std::string, Property>& properties() {
 
 std::string itemProperty(QbDataProvider& provider, const std::string& name) {
     // Nearly all names come in lower case.
-    if (const auto known = properties().find(name); known != properties().end()) {
+    const auto& all = properties();
+    if (const auto known = all.find(name); known != all.end()) {
         return provider.CurrentItem() ? known->second(provider) : std::string();
     }
     const auto key = lower(name);

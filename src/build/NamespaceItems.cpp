@@ -1,5 +1,6 @@
 #include "build/NamespaceItems.h"
 
+#include "base/FoldedMap.h"
 #include "base/SortedList.h"
 #include "base/Text.h"
 #include "booklets/Manifest.h"
@@ -68,9 +69,10 @@ bool isWanted(const RelatedTopic& link, const std::string& typeID) {
 Items linkCategories(const ItemQuery& query) {
     const auto topic = itemAs<Topic>(query.parent);
     if (!topic) return {};
+    const auto links = topic->RelatedTopics()->Items();
     Items items;
-    FoldedSet seen;
-    for (const auto& link : topic->RelatedTopics()->Items()) {
+    FoldedSet seen(links.size());
+    for (const auto& link : links) {
         if (!isWanted(*link, query.filter.TypeID)) continue;
         const auto [name, isNew] = seen.insert(link->Category());
         if (!isNew) continue;

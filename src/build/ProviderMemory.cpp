@@ -1,7 +1,7 @@
 #include "build/ProviderMemory.h"
 
 #include "base/AutomationError.h"
-#include "base/Text.h"
+#include "build/QbDataProvider.h"
 
 namespace quillbox {
 
@@ -72,6 +72,17 @@ Ref<NamespaceDef> ProviderMemory::Definition(Document& document, const std::stri
 const BookletOutline& ProviderMemory::OutlineOf(const Ref<Manifest>& manifest) {
     if (!mOutline || mOutline->Of() != manifest) mOutline = std::make_unique<BookletOutline>(manifest);
     return *mOutline;
+}
+
+Ref<QbDataProvider> ProviderMemory::TakeResting() {
+    if (mResting.empty() || !mDocument) return nullptr;
+    auto provider = std::move(mResting.back());
+    mResting.pop_back();
+    return provider;
+}
+
+void ProviderMemory::KeepResting(Ref<QbDataProvider> provider) {
+    if (mDocument && provider->Document() == mDocument) mResting.push_back(std::move(provider));
 }
 
 ProviderMemory::InVariable::InVariable(ProviderMemory& memory, const std::string& name)

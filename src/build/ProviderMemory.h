@@ -4,13 +4,16 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "build/BookletOutline.h"
 #include "platform/engine/Document.h"
 #include "platform/engine/Tags.h"
 
 namespace quillbox {
+
+class QbDataProvider;
 
 // A scrap of a template, as often as pages ask for it.
 class KnownScrap {
@@ -45,6 +48,11 @@ class ProviderMemory {
 
     // The document of the tag that is being answered; none at other times.
     Document* AnsweringFor() const { return mDocument.get(); }
+
+    // A provider for that document that has no list to serve; none where there is none.
+    Ref<QbDataProvider> TakeResting();
+    void KeepResting(Ref<QbDataProvider> provider);
+    void ForgetResting() { mResting.clear(); }
 
     // The rest is of the template that the document is being generated with.
 
@@ -106,6 +114,7 @@ class ProviderMemory {
     OfTemplate mOfTemplate;
     FoldedSet mVariables;
     std::unique_ptr<BookletOutline> mOutline;
+    std::vector<Ref<QbDataProvider>> mResting;
     int mAnswering = 0;
     // While a tag is being answered: whose it is, and whether the template was looked at.
     Ref<Document> mDocument;

@@ -80,12 +80,36 @@ IDataProvider& QbDataProvider::CommonProvider() {
     return *mCommon;
 }
 
+void QbDataProvider::SetDocument(const Ref<quillbox::Document>& document) {
+    if (mMemory) mMemory->ForgetResting();
+    mDocument.Set(document);
+    mDocumentPlace = document.get();
+}
+
+void QbDataProvider::Serve(const QbDataProvider& owner) {
+    mMemory = owner.sharedMemory();
+    if (mDocumentPlace != owner.mDocumentPlace) {
+        mDocument = owner.mDocument;
+        mDocumentPlace = owner.mDocumentPlace;
+        mCommonProvider.reset();
+        mCommon = nullptr;
+    }
+    SetCurrentRootItem(owner.mCurrentRootItem);
+}
+
+void QbDataProvider::Rest() {
+    SetCurrentItem(nullptr, nullptr, "", nullptr);
+    mCurrentRootItem.reset();
+    mCurrentManifest.reset();
+    mMemory.reset();
+    if (!mCommon) return;
+    mCommon->SetCurrentItem(nullptr, nullptr, "", nullptr);
+    mCommon->SetCurrentRootItem(nullptr);
+}
+
 Ref<QbDataProvider> QbDataProvider::ForList() const {
     auto provider = make<QbDataProvider>();
-    provider->mMemory = sharedMemory();
-    provider->mDocument = mDocument;
-    provider->mDocumentPlace = mDocumentPlace;
-    provider->SetCurrentRootItem(mCurrentRootItem);
+    provider->Serve(*this);
     return provider;
 }
 

@@ -19,10 +19,7 @@ class QbDataProvider : public Object, public IDataProvider {
 
     // None where the document has gone.
     Ref<quillbox::Document> Document() const { return mDocument.Get(); }
-    void SetDocument(const Ref<quillbox::Document>& document) {
-        mDocument.Set(document);
-        mDocumentPlace = document.get();
-    }
+    void SetDocument(const Ref<quillbox::Document>& document);
 
     std::string ProvideData(const Ref<Element>& element, const Ref<FileSystemObject>& file) override;
     void Initialise(const Ref<Object>&) override {}
@@ -61,6 +58,10 @@ class QbDataProvider : public Object, public IDataProvider {
     Ref<QbDataProvider> Copy() const;
     // Another provider for the same document and root item, with no current item.
     Ref<QbDataProvider> ForList() const;
+    // Takes on the document and the root item of another provider, with no current item.
+    void Serve(const QbDataProvider& owner);
+    // Lets go of all but the document until it serves again.
+    void Rest();
     // The same, which also knows the booklet at work.
     Ref<QbDataProvider> ForBookletLinks() const;
 

@@ -118,7 +118,9 @@ void QbNamespaceProvider::ContentCreated(const Ref<Object>&, const Ref<Namespace
     constexpr std::string_view kInputs = "hhc,hhk,hhp,hxc,hxf,hxt,hxk";
     if (kInputs.find(lower(extensionOf(filename))) != std::string_view::npos) return;
     if (!mNames.insert(filename).second) return;
-    const auto slashed = [](const std::string& path) { return replaceAll(path, "\\", "/"); };
+    const auto slashed = [](const std::string& path) {
+        return path.find('\\') == std::string::npos ? path : replaceAll(path, "\\", "/");
+    };
     mTopicMap.push_back(replaceAll(slashed(filename), slashed(document()->OutputPath), ""));
 }
 

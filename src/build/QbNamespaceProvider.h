@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "platform/engine/Document.h"
 
 namespace quillbox {

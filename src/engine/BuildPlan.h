@@ -14,8 +14,6 @@ struct PlannedPage {
     Ref<NamespaceDef> def;
     Ref<Object> item, parent;
     std::string name;
-    // Once writing has begun: what is known of all pages of that name.
-    BuildState::Page* known = nullptr;
 };
 
 // What a build is going to write, in its order.

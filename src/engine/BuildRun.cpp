@@ -155,13 +155,13 @@ void BuildRun::copySupport() {
 }
 
 void BuildRun::writePages() {
-    for (auto& page : mPlan.pages) {
-        page.known = &mState->pages[page.name];
-        if (page.known->offers++ == 0) page.known->item = page.item;
+    for (const auto& page : mPlan.pages) {
+        auto& known = mState->pages[page.name];
+        if (known.offers++ == 0) known.item = page.item;
     }
     mTotal = static_cast<int>(mState->pages.size());
     if (!mPlan.pages.empty()) mState->firstPage = mPlan.pages.front().name;
-    PageWork work(mState->output, mLocalFiles, mSearchIndex ? &*mSearchIndex : nullptr);
+    PageWork work(mState->output, mState->notes, mLocalFiles, mSearchIndex ? &*mSearchIndex : nullptr);
     for (const auto& page : mPlan.pages) {
         if (mDocument.mCancelled) break;
         offerPage(page, work);
@@ -171,14 +171,15 @@ void BuildRun::writePages() {
 
 void BuildRun::offerPage(const PlannedPage& page, PageWork& work) {
     auto& provider = *page.source->provider;
+    auto& known = mState->pages.at(page.name);
     provider.BeforeProcessItem(page.item, page.source->root);
     bool dontGenerate = false;
     if (page.layout->IsBound()) {
         mDocument.BeforeOutputNamespacePage.emit(page.layout, page.def, page.item, dontGenerate);
     }
-    --page.known->offers;
+    --known.offers;
     if (dontGenerate) {
-        if (page.known->offers == 0 && !mState->output.IsClaimed(page.name)) --mTotal;
+        if (known.offers == 0 && !mState->output.IsClaimed(page.name)) --mTotal;
     } else if (!mDocument.mCancelled) {
         writePage(page, work);
     }
@@ -190,7 +191,9 @@ void BuildRun::writePage(const PlannedPage& page, PageWork& work) {
     auto& finished = work.Next();
     finished.name = page.name;
     finished.isSearched = page.layout->isSearched;
-    if (!isAsItStands(file->Text(), page.layout->encoding)) finished.bytes = bytesOf(page, *file);
+    finished.encoding = page.layout->encoding;
+    finished.language = &mDocument.Language();
+    finished.raw = file->Raw();
     std::swap(finished.html, file->Text());
     mRoom = std::move(file->Text());
     work.Add();

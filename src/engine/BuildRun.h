@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "engine/BuildPlan.h"
 #include "engine/Compiler.h"
 #include "engine/EngineDocument.h"

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "engine/EngineDocument.h"
 #include "platform/engine/Tags.h"
 

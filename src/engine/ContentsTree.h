@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "platform/engine/Contents.h"
 
 namespace quillbox {

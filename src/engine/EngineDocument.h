@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "engine/Conditions.h"
 #include "engine/ContentsTree.h"
 #include "engine/Engine.h"

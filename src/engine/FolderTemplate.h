@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/AutomationError.h"
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "engine/TemplateReader.h"
 
 namespace quillbox {

@@ -1,5 +1,7 @@
 #include "engine/Html.h"
 
+#include <algorithm>
+
 #include "engine/CharSet.h"
 
 namespace quillbox {
@@ -57,7 +59,12 @@ std::string plainText(std::string_view html) {
     const auto addBlank = [&] {
         if (!text.empty() && text.back() != ' ') text += ' ';
     };
+    static constexpr CharSet kSpecial(" \t\r\n<>\"");
     for (std::size_t at = 0; at < html.size(); ++at) {
+        const auto plain = std::min(kSpecial.Find(html, at), html.size());
+        text.append(html, at, plain - at);
+        at = plain;
+        if (at == html.size()) break;
         const char c = html[at];
         const char next = at + 1 < html.size() ? html[at + 1] : ' ';
         const bool isTag = c == '<' && (next == '/' || next == '!' || next == '?' || isLetter(next));
@@ -73,10 +80,8 @@ std::string plainText(std::string_view html) {
             text += "&lt;";
         } else if (c == '>') {
             text += "&gt;";
-        } else if (c == '"') {
-            text += "&quot;";
         } else {
-            text += c;
+            text += "&quot;";
         }
     }
     if (text.ends_with(' ')) text.pop_back();
@@ -140,6 +145,8 @@ std::size_t endOfTag(std::string_view html, std::size_t from) {
 }
 
 std::string nameAsLink(std::string_view name) {
+    static constexpr CharSet kSpecial("%#?");
+    if (kSpecial.Find(name) == std::string_view::npos) return std::string(name);
     std::string link;
     for (const char c : name) {
         if (c == '%') {

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <tsl/robin_set.h>
-
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/FoldedMap.h"
 #include "engine/OutputFolder.h"
 
 namespace quillbox {
@@ -26,12 +25,8 @@ class LocalFiles {
     void scanTag(const std::string& folder, std::string_view tag);
     void scanStyles(const std::string& folder, std::string_view css);
 
-    // A table without nodes of its own, as each link of each page is looked up here.
-    using Names = tsl::robin_set<std::string, std::hash<std::string>, std::equal_to<>,
-                                 std::allocator<std::string>, true>;
-
     // As written, with the folder of the referring file; then by name.
-    Names mSeen, mKnown;
+    TextSet mSeen, mKnown;
     std::vector<std::string> mNames;
     // Used again and again for what is looked up.
     std::string mWritten;

@@ -5,8 +5,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/FoldedMap.h"
 #include "base/Object.h"
-#include "base/Text.h"
 #include "engine/BuildRecord.h"
 
 namespace quillbox {

@@ -99,12 +99,16 @@ void PageWork::work(Batch& batch) {
     batch.bytes = 0;
     for (std::size_t at = 0; at < count; ++at) {
         auto& page = batch.pages[at];
-        mOutput.Write(page.name, page.bytes ? *page.bytes : page.html);
+        write(page);
         mFiles.ScanPage(page.name, page.html);
         if (page.isSearched && mIndex) mIndex->Add(page.name, page.html);
         forgetIfLarge(page.html);
-        page.bytes.reset();
     }
+}
+
+void PageWork::write(const FinishedPage& page) {
+    if (isAsItStands(page.html, page.encoding)) return mOutput.Write(page.name, page.html);
+    mOutput.Write(page.name, encode(page.name, page.html, page.encoding, *page.language, page.raw, mNotes));
 }
 
 }  // namespace quillbox

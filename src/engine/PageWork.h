@@ -3,13 +3,13 @@
 #include <condition_variable>
 #include <exception>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "engine/LocalFiles.h"
 #include "engine/OutputFolder.h"
+#include "engine/PageEncoding.h"
 #include "engine/SearchIndex.h"
 
 namespace quillbox {
@@ -19,8 +19,10 @@ struct FinishedPage {
     std::string name;
     // In UTF-8.
     std::string html;
-    // As it goes to the disk, where that differs.
-    std::optional<std::string> bytes;
+    // As it goes to the disk.
+    PageEncoding encoding = PageEncoding::Utf8;
+    const Language* language = nullptr;
+    std::vector<RawRange> raw;
     bool isSearched = false;
 };
 
@@ -30,8 +32,8 @@ struct FinishedPage {
 class PageWork {
   public:
     // Words are not gathered without an index.
-    PageWork(OutputFolder& output, LocalFiles& files, SearchIndex* index)
-        : mOutput(output), mFiles(files), mIndex(index) {}
+    PageWork(OutputFolder& output, EncodingNotes& notes, LocalFiles& files, SearchIndex* index)
+        : mOutput(output), mNotes(notes), mFiles(files), mIndex(index) {}
     // What was added before a failure is put on disk as far as it goes.
     ~PageWork();
     PageWork(const PageWork&) = delete;
@@ -55,8 +57,10 @@ class PageWork {
     void wait();
     void run();
     void work(Batch& batch);
+    void write(const FinishedPage& page);
 
     OutputFolder& mOutput;
+    EncodingNotes& mNotes;
     LocalFiles& mFiles;
     SearchIndex* mIndex;
     // One is filled while the other is at work.

@@ -8,7 +8,7 @@ namespace quillbox {
 
 std::optional<std::string> readPublishedProperty(Object& item, const std::string& path) {
     const auto dot = path.find('.');
-    const auto name = path.substr(0, dot);
+    const auto name = std::string_view(path).substr(0, dot);
     const auto* info = TypeLibrary::Get().FindClass(item.ClassName());
     const auto* member = info ? info->FindMember(name) : nullptr;
     if (!member || member->kind == MemberKind::Method || !member->params.empty()) return {};

@@ -75,6 +75,22 @@ TEST(Text, FindsKeysInAnyCase) {
     EXPECT_TRUE(map.contains(std::string_view("OTHER")));
 }
 
+TEST(Text, ManyKeysAreEachFound) {
+    FoldedMap<int> folded;
+    TextMap<int> exact;
+    const auto key = [](int number) { return "Straße " + std::to_string(number * 7919); };
+    for (int number = 0; number < 5000; ++number) {
+        folded.emplace(key(number), number);
+        exact.emplace(key(number), number);
+    }
+    for (int number = 0; number < 5000; ++number) {
+        ASSERT_EQ(folded.at(upper(key(number))), number);
+        ASSERT_EQ(exact.at(key(number)), number);
+        ASSERT_FALSE(exact.contains(upper(key(number))));
+    }
+    EXPECT_FALSE(folded.contains(key(5000)));
+}
+
 TEST(Text, IsReplacedEverywhere) {
     EXPECT_EQ(replaceAll("", "a", "b"), "");
     EXPECT_EQ(replaceAll("aXbXc", "X", "--"), "a--b--c");

@@ -168,6 +168,37 @@ TEST_F(ContentExpansionTest, AListInsideAListHasTheOuterItemAsParent) {
     EXPECT_EQ(expanded("%%filtereditemlist:scrap=C,namespace=linkcategory%%"), "A;B;");
 }
 
+TEST_F(ContentExpansionTest, AListLeavesNothingBehindForTheNext) {
+    const auto topic = addTopic("Intro");
+    addTopic("Other");
+    project->GlossaryItems()->Add(project->NewGlossaryItem("widget", "A thing"), "widget");
+    topic->SetTopicSectionData("BodyText", "$$widget$$");
+    document->scraps = {{"_GLOSSARYREFERENCE", "<%%glossaryitemterm%%>"},
+                        {"_T_body", "%%itemtitle%%/%%topicsection:name=bodytext%%;"},
+                        {"_G_body", "%%glossaryitemdefinition%%/%%linktitle%%;"},
+                        {"_F_body", "%%literal%%"}};
+    makeCurrent(topic);
+    const auto* topics = "%%filtereditemlist:scrap=T,namespace=topic%%";
+    const auto* letters =
+        "%%filtereditemlist:scrap=L,namespace=glossaryletter%% %%filtereditemlist:scrap=T,namespace=topic%%";
+    document->scraps["_L_body"] = "%%filtereditemlist:scrap=G,namespace=glossaryitem%%";
+    const auto once = expanded(topics);
+    EXPECT_EQ(expanded(topics), once);
+    EXPECT_EQ(expanded(letters), "A thing/; " + once);
+    EXPECT_THAT(failureOf([&] { expanded("%%filtereditemlist:scrap=F,namespace=topic%%"); }),
+                testing::HasSubstr("literal"));
+    EXPECT_EQ(expanded(letters), "A thing/; " + once);
+}
+
+TEST_F(ContentExpansionTest, AListKeepsNoItemAlive) {
+    makeCurrent(addTopic("Intro"));
+    const auto listed = addTopic("Listed");
+    const auto holders = listed.use_count();
+    document->scraps["_T_body"] = "%%itemtitle%% %%common%%";
+    EXPECT_THAT(expanded("%%filtereditemlist:scrap=T,namespace=topic%%"), testing::HasSubstr("Listed title"));
+    EXPECT_EQ(listed.use_count(), holders);
+}
+
 TEST_F(ContentExpansionTest, AListRemembersTheBookletAtWork) {
     const auto manifest = addManifest("Book");
     manifest->BookletProperties->SetTitle("The Book");

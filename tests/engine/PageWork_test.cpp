@@ -38,6 +38,7 @@ class PageWorkTest : public EngineTest {
     }
 
     OutputFolder mTarget{mOutput, ""};
+    EncodingNotes mNotes;
     LocalFiles mFiles;
     SearchIndex mIndex{"found"};
 };
@@ -46,7 +47,7 @@ TEST_F(PageWorkTest, PutsAllPagesOnDiskInTheirOrder) {
     for (const int count : {0, 1, 63, 64, 65, 1000}) {
         OutputFolder target(mOutput, "");
         {
-            PageWork work(target, mFiles, nullptr);
+            PageWork work(target, mNotes, mFiles, nullptr);
             for (int number = 0; number < count; ++number)
                 Add(work, pageName(number), "text " + std::to_string(number));
             work.Settle();
@@ -60,7 +61,7 @@ TEST_F(PageWorkTest, PutsAllPagesOnDiskInTheirOrder) {
 }
 
 TEST_F(PageWorkTest, SettledPagesAreOnDisk) {
-    PageWork work(mTarget, mFiles, nullptr);
+    PageWork work(mTarget, mNotes, mFiles, nullptr);
     for (int number = 0; number < 200; ++number) {
         Add(work, pageName(number), "text");
         if (number % 70 != 0) continue;
@@ -74,7 +75,7 @@ TEST_F(PageWorkTest, ReadsWhatPagesReferToAndTheirWords) {
     writeFile(mOutput + "first.png", "1");
     writeFile(mOutput + "last.png", "2");
     {
-        PageWork work(mTarget, mFiles, &mIndex);
+        PageWork work(mTarget, mNotes, mFiles, &mIndex);
         Add(work, "a.html", "<main><img src='first.png'>alpha</main>");
         for (int number = 0; number < 300; ++number) Add(work, pageName(number), "<main>middle</main>");
         Add(work, "z.html", "<main><img src='last.png'>omega</main>");
@@ -87,23 +88,51 @@ TEST_F(PageWorkTest, ReadsWhatPagesReferToAndTheirWords) {
     EXPECT_THAT(scripts.at(1).text, HasSubstr("[\"omega\",3012]"));
 }
 
-TEST_F(PageWorkTest, BytesGoToTheDiskWhereTheyAreNotTheText) {
-    PageWork work(mTarget, mFiles, nullptr);
-    work.Next().bytes = "caf\xE9";
-    Add(work, "a.html", "café");
-    Add(work, "b.html", "plain");
+TEST_F(PageWorkTest, PagesGoToTheDiskInTheirEncoding) {
+    const auto german = languageOf("de");
+    PageWork work(mTarget, mNotes, mFiles, nullptr);
+    const auto add = [&](const std::string& name, PageEncoding encoding, std::vector<RawRange> raw = {}) {
+        auto& page = work.Next();
+        page.encoding = encoding;
+        page.language = &german;
+        page.raw = std::move(raw);
+        Add(work, name, "café é");
+    };
+    add("a.html", PageEncoding::Ansi);
+    add("b.html", PageEncoding::Utf8);
+    add("c.html", PageEncoding::Ascii);
+    add("d.html", PageEncoding::Ansi, {{5, 8}});
     work.Settle();
-    EXPECT_EQ(Output("a.html"), "caf\xE9");
-    EXPECT_EQ(Output("b.html"), "plain");
     // The place of the first page is used again.
-    Add(work, "c.html", "again");
+    add("e.html", PageEncoding::Utf8);
     work.Settle();
-    EXPECT_EQ(Output("c.html"), "again");
+    EXPECT_EQ(Output("a.html"), "caf\xE9 \xE9");
+    EXPECT_EQ(Output("b.html"), "café é");
+    EXPECT_EQ(Output("c.html"), "caf&#233; &#233;");
+    EXPECT_EQ(Output("d.html"), "caf\xE9 é");
+    EXPECT_EQ(Output("e.html"), "café é");
+    EXPECT_THAT(mNotes.lines, SizeIs(0));
+}
+
+TEST_F(PageWorkTest, CharactersThatDoNotFitAreToldInTheOrderOfThePages) {
+    const auto german = languageOf("de");
+    {
+        PageWork work(mTarget, mNotes, mFiles, nullptr);
+        for (int number = 0; number < 200; ++number) {
+            auto& page = work.Next();
+            page.encoding = PageEncoding::Ansi;
+            page.language = &german;
+            Add(work, pageName(number), number == 0 ? "語" : number == 199 ? "语" : "語 again");
+        }
+    }
+    ASSERT_THAT(mNotes.lines, SizeIs(2));
+    EXPECT_THAT(mNotes.lines[0], HasSubstr("page0.html: U+8A9E is not in code page 1252"));
+    EXPECT_THAT(mNotes.lines[1], HasSubstr("page199.html: U+8BED is not in code page 1252"));
 }
 
 TEST_F(PageWorkTest, LargePagesAreNotHeldTogether) {
     const std::string large(3 << 20, 'x');
-    PageWork work(mTarget, mFiles, nullptr);
+    PageWork work(mTarget, mNotes, mFiles, nullptr);
     for (int number = 0; number < 5; ++number) Add(work, pageName(number), large);
     work.Settle();
     for (int number = 0; number < 5; ++number)
@@ -113,7 +142,7 @@ TEST_F(PageWorkTest, LargePagesAreNotHeldTogether) {
 TEST_F(PageWorkTest, AFailureComesOutAndNamesTheFile) {
     for (const int bad : {3, 100}) {
         std::filesystem::create_directories(mOutput + pageName(bad));
-        PageWork work(mTarget, mFiles, nullptr);
+        PageWork work(mTarget, mNotes, mFiles, nullptr);
         const auto failure = failureOf([&] {
             for (int number = 0; number < 500; ++number) Add(work, pageName(number), "text");
             work.Settle();
@@ -126,7 +155,7 @@ TEST_F(PageWorkTest, AFailureComesOutAndNamesTheFile) {
 
 TEST_F(PageWorkTest, WhatWasAddedIsWrittenThoughTheWorkIsLeft) {
     {
-        PageWork work(mTarget, mFiles, nullptr);
+        PageWork work(mTarget, mNotes, mFiles, nullptr);
         for (int number = 0; number < 150; ++number) Add(work, pageName(number), "text");
     }
     EXPECT_EQ(Written(), 150);

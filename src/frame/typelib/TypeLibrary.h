@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/AutomationError.h"
-#include "base/Text.h"
+#include "base/FoldedMap.h"
 #include "base/Value.h"
 
 namespace quillbox {

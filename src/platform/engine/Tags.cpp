@@ -129,16 +129,21 @@ thread_local Expansion running;
 
 class Level {
   public:
-    Level() {
-        if (running.depth == kDeepest) {
+    Level() : mExpansion(running) {
+        if (mExpansion.depth == kDeepest) {
             throw AutomationError(
                 "Tags expand into tags more than 100 levels deep: a variable or scrap contains itself");
         }
-        if (running.depth++ == 0) running.tags = running.deepTags = 0;
+        if (mExpansion.depth++ == 0) mExpansion.tags = mExpansion.deepTags = 0;
     }
-    ~Level() { --running.depth; }
+    ~Level() { --mExpansion.depth; }
     Level(const Level&) = delete;
     Level& operator=(const Level&) = delete;
+
+    void CountTag() { mExpansion.Count(); }
+
+  private:
+    Expansion& mExpansion;
 };
 
 const std::string* find(const SplitTag& tag, std::string_view name) {
@@ -185,7 +190,7 @@ TagPieces splitTags(std::string_view text, bool replaceInQuotes) {
 
 void expandTags(const TagPieces& pieces, const std::function<std::string(const TagPiece&)>& valueOf,
                 std::string& out) {
-    const Level level;
+    Level level;
     // A value is as long as its tag, more or less.
     std::size_t size = out.size();
     for (const auto& piece : pieces) size += piece.text.size();
@@ -195,7 +200,7 @@ void expandTags(const TagPieces& pieces, const std::function<std::string(const T
             out += piece.text;
             continue;
         }
-        running.Count();
+        level.CountTag();
         const auto value = valueOf(piece);
         out += value.starts_with("!UNCRECOGNISED") ? piece.text : value;
         if (out.size() > kLongest) throw AutomationError("An expanded text is longer than 1 GiB");
