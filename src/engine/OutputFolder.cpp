@@ -94,7 +94,7 @@ bool OutputFolder::IsClaimedFile(const std::string& name) const {
 }
 
 // A link in the way may not lead what is written out of the folder.
-void OutputFolder::prepareFolderOf(const std::string& name) {
+void OutputFolder::PrepareFolderOf(const std::string& name) {
     const auto slash = name.rfind('/');
     const auto below = slash == std::string::npos ? std::string() : name.substr(0, slash);
     if (!mPrepared.insert(below).second) return;
@@ -106,9 +106,13 @@ void OutputFolder::prepareFolderOf(const std::string& name) {
 }
 
 void OutputFolder::Write(const std::string& name, std::string_view text) {
-    prepareFolderOf(name);
+    PrepareFolderOf(name);
+    Note(Put(name, text));
+}
+
+WrittenFile OutputFolder::Put(const std::string& name, std::string_view text) const {
     disk::writeIfChanged(mDisk + name, text);
-    mWritten.push_back({name, contentSum(text)});
+    return {name, contentSum(text)};
 }
 
 void OutputFolder::RemoveIfSame(const WrittenFile& file) const {

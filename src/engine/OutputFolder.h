@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "base/FoldedMap.h"
@@ -36,14 +37,17 @@ class OutputFolder {
 
     // A name that was checked. Makes the folders in it.
     void Write(const std::string& name, std::string_view text);
-    // All that was written, in its order.
+    // The steps of the same. The folders of a name come first.
+    void PrepareFolderOf(const std::string& name);
+    // Several threads may do this at once, each for other names.
+    WrittenFile Put(const std::string& name, std::string_view text) const;
+    void Note(WrittenFile file) { mWritten.push_back(std::move(file)); }
+    // All that was noted as written, in that order.
     const std::vector<WrittenFile>& Written() const { return mWritten; }
     // Removes a file that is as it was written, and the folders that are empty then. Any other stays.
     void RemoveIfSame(const WrittenFile& file) const;
 
   private:
-    void prepareFolderOf(const std::string& name);
-
     std::string mPath, mDisk;
     // By whom, by names.
     FoldedMap<std::string> mClaimed;

@@ -22,6 +22,8 @@ PageWork::~PageWork() {
         Settle();
     } catch (...) {
         // The failure that ends the build is under way, or was told before.
+        wait();
+        noteWritten(mFilling, 0, mFilling.count);
     }
     if (!mThread.joinable()) return;
     {
@@ -38,17 +40,19 @@ FinishedPage& PageWork::Next() {
 }
 
 void PageWork::Add() {
-    mFilling.bytes += mFilling.pages[mFilling.count++].html.size();
-    if (mFilling.count == kMostPages || mFilling.bytes >= kMostBytes) handOver();
+    const auto& page = mFilling.pages[mFilling.count];
+    mOutput.PrepareFolderOf(page.name);
+    mFilling.bytes += page.html.size();
+    if (++mFilling.count == kMostPages || mFilling.bytes >= kMostBytes) handOver();
 }
 
 void PageWork::Settle() {
-    wait();
+    finishOthers();
     work(mFilling);
 }
 
 void PageWork::handOver() {
-    wait();
+    finishOthers();
     if (!mThread.joinable() && !startThread()) return work(mFilling);
     {
         const std::lock_guard lock(mMutex);
@@ -68,9 +72,29 @@ bool PageWork::startThread() {
     }
 }
 
+// Writes pages as long as the other thread is at work, but for those whose encoding has something to tell:
+// that goes by the order of the pages.
+void PageWork::help() {
+    for (std::size_t at = 0; at < mFilling.count && isAtWork(); ++at) {
+        auto& page = mFilling.pages[at];
+        if (!page.written && isAsItStands(page.html, page.encoding))
+            page.written = mOutput.Put(page.name, page.html);
+    }
+}
+
+bool PageWork::isAtWork() {
+    const std::lock_guard lock(mMutex);
+    return mIsWorking;
+}
+
 void PageWork::wait() {
     std::unique_lock lock(mMutex);
     mChanged.wait(lock, [this] { return !mIsWorking; });
+}
+
+void PageWork::finishOthers() {
+    help();
+    wait();
     if (mFailure) std::rethrow_exception(mFailure);
 }
 
@@ -97,18 +121,33 @@ void PageWork::run() {
 void PageWork::work(Batch& batch) {
     const auto count = std::exchange(batch.count, 0);
     batch.bytes = 0;
-    for (std::size_t at = 0; at < count; ++at) {
-        auto& page = batch.pages[at];
-        write(page);
-        mFiles.ScanPage(page.name, page.html);
-        if (page.isSearched && mIndex) mIndex->Add(page.name, page.html);
-        forgetIfLarge(page.html);
+    std::size_t at = 0;
+    try {
+        for (; at < count; ++at) {
+            auto& page = batch.pages[at];
+            if (!page.written) page.written = put(page);
+            noteWritten(batch, at, at + 1);
+            mFiles.ScanPage(page.name, page.html);
+            if (page.isSearched && mIndex) mIndex->Add(page.name, page.html);
+            forgetIfLarge(page.html);
+        }
+    } catch (...) {
+        noteWritten(batch, at, count);
+        throw;
     }
 }
 
-void PageWork::write(const FinishedPage& page) {
-    if (isAsItStands(page.html, page.encoding)) return mOutput.Write(page.name, page.html);
-    mOutput.Write(page.name, encode(page.name, page.html, page.encoding, *page.language, page.raw, mNotes));
+WrittenFile PageWork::put(const FinishedPage& page) {
+    if (isAsItStands(page.html, page.encoding)) return mOutput.Put(page.name, page.html);
+    return mOutput.Put(page.name,
+                       encode(page.name, page.html, page.encoding, *page.language, page.raw, mNotes));
+}
+
+void PageWork::noteWritten(Batch& batch, std::size_t from, std::size_t to) {
+    for (; from < to; ++from) {
+        auto& written = batch.pages[from].written;
+        if (written) mOutput.Note(*std::exchange(written, std::nullopt));
+    }
 }
 
 }  // namespace quillbox

@@ -3,6 +3,7 @@
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,17 +25,20 @@ struct FinishedPage {
     const Language* language = nullptr;
     std::vector<RawRange> raw;
     bool isSearched = false;
+    // Once it is on disk.
+    std::optional<WrittenFile> written;
 };
 
 // What is to be done with finished pages, beside the making of the next: they are put on disk, and it is read
-// what they refer to and which words they hold. While pages are at work, the folder's writing and the other
-// lists that are filled are not to be touched.
+// what they refer to and which words they hold. Where the disk is slower than the making, who adds pages
+// helps with writing them. While pages are at work, the folder's writing and the other lists that are filled
+// are not to be touched.
 class PageWork {
   public:
     // Words are not gathered without an index.
     PageWork(OutputFolder& output, EncodingNotes& notes, LocalFiles& files, SearchIndex* index)
         : mOutput(output), mNotes(notes), mFiles(files), mIndex(index) {}
-    // What was added before a failure is put on disk as far as it goes.
+    // What was added before a failure is put on disk as far as it goes, and all that is on disk is noted.
     ~PageWork();
     PageWork(const PageWork&) = delete;
     PageWork& operator=(const PageWork&) = delete;
@@ -54,10 +58,15 @@ class PageWork {
 
     void handOver();
     bool startThread();
+    // Returns when the batch before is done. Fails likewise.
+    void finishOthers();
+    void help();
     void wait();
+    bool isAtWork();
     void run();
     void work(Batch& batch);
-    void write(const FinishedPage& page);
+    WrittenFile put(const FinishedPage& page);
+    void noteWritten(Batch& batch, std::size_t from, std::size_t to);
 
     OutputFolder& mOutput;
     EncodingNotes& mNotes;

@@ -3,6 +3,7 @@
 #include "engine/PageWork.h"
 
 #include <filesystem>
+#include <set>
 
 #include "engine/EngineTest.h"
 
@@ -141,6 +142,7 @@ TEST_F(PageWorkTest, LargePagesAreNotHeldTogether) {
 
 TEST_F(PageWorkTest, AFailureComesOutAndNamesTheFile) {
     for (const int bad : {3, 100}) {
+        std::filesystem::remove_all(mOutput);
         std::filesystem::create_directories(mOutput + pageName(bad));
         PageWork work(mTarget, mNotes, mFiles, nullptr);
         const auto failure = failureOf([&] {
@@ -149,7 +151,27 @@ TEST_F(PageWorkTest, AFailureComesOutAndNamesTheFile) {
         });
         EXPECT_THAT(failure, HasSubstr(mOutput + pageName(bad)));
         EXPECT_FALSE(hasFile(mOutput + pageName(bad + 1)));
-        std::filesystem::remove(mOutput + pageName(bad));
+    }
+}
+
+TEST_F(PageWorkTest, WhatIsOnDiskIsNotedThoughAPageFails) {
+    for (const int bad : {0, 63, 64, 200, 401, 499}) {
+        std::filesystem::remove_all(mOutput);
+        std::filesystem::create_directories(mOutput + pageName(bad));
+        OutputFolder target(mOutput, "");
+        failureOf([&] {
+            PageWork work(target, mNotes, mFiles, &mIndex);
+            for (int number = 0; number < 500; ++number) Add(work, pageName(number), "<main>word</main>");
+            work.Settle();
+        });
+        std::set<std::string> noted, there;
+        for (const auto& file : target.Written()) noted.insert(file.name);
+        for (int number = 0; number < 500; ++number) {
+            if (hasFile(mOutput + pageName(number)) && number != bad) there.insert(pageName(number));
+        }
+        EXPECT_EQ(noted, there);
+        EXPECT_EQ(target.Written().size(), noted.size());
+        for (int number = 0; number < bad; ++number) EXPECT_TRUE(there.contains(pageName(number)));
     }
 }
 
