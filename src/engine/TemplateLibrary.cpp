@@ -35,7 +35,7 @@ std::string parentOf(const std::string& folder) {
 // Broken ones last, so that whoever walks the list meets the good ones first.
 bool comesBefore(const Ref<FolderTemplate>& a, const Ref<FolderTemplate>& b) {
     const auto place = [](const FolderTemplate& one) {
-        return std::tuple(one.IsBroken(), one.Order(), sortKey(one.Name()));
+        return std::tuple(one.IsBroken(), one.Order(), sortKey(one.Name()), one.Name());
     };
     return place(*a) < place(*b);
 }
