@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kMost = 4096;
 
 template <class Known, class Make>
-Known kept(std::unordered_map<std::string, Known>& all, const std::string& name, const Make& make) {
+Known kept(TextMap<Known>& all, const std::string& name, const Make& make) {
     if (const auto known = all.find(name); known != all.end()) return known->second;
     Known made = make();
     if (all.size() == kMost) all.clear();

@@ -3,7 +3,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "base/FoldedMap.h"
@@ -103,14 +102,14 @@ class ProviderMemory {
     // What is read of one template.
     struct OfTemplate {
         Ref<PageTemplate> pageTemplate;
-        std::unordered_map<std::string, std::shared_ptr<const KnownScrap>> scraps;
-        std::unordered_map<std::string, std::shared_ptr<const ListScraps>> lists;
-        std::unordered_map<std::string, std::shared_ptr<quillbox::Condition>> conditions;
-        std::unordered_map<std::string, Ref<NamespaceDef>> definitions;
+        TextMap<std::shared_ptr<const KnownScrap>> scraps;
+        TextMap<std::shared_ptr<const ListScraps>> lists;
+        TextMap<std::shared_ptr<quillbox::Condition>> conditions;
+        TextMap<Ref<NamespaceDef>> definitions;
     };
     OfTemplate& ofTemplate(Document& document);
 
-    std::unordered_map<std::string, std::shared_ptr<const TagPieces>> mPieces;
+    TextMap<std::shared_ptr<const TagPieces>> mPieces;
     OfTemplate mOfTemplate;
     FoldedSet mVariables;
     std::unique_ptr<BookletOutline> mOutline;

@@ -40,8 +40,12 @@ class TagText {
     explicit TagText(std::string text) : mText(std::move(text)), mIsScrap(mText.starts_with('@')) {
         if (mIsScrap) mText.erase(0, 1);
     }
-    std::string Of(const TagCall& call) const {
-        return mIsScrap ? call.provider.Scrap(mText)->Text() : mText;
+    // The text does not change while the handle is held.
+    std::shared_ptr<const std::string> Of(const TagCall& call) const {
+        if (!mIsScrap) return {std::shared_ptr<void>(), &mText};
+        auto scrap = call.provider.Scrap(mText);
+        const auto* text = &scrap->Text();
+        return {std::move(scrap), text};
     }
     bool IsEmpty() const { return mText.empty() && !mIsScrap; }
 
@@ -82,7 +86,7 @@ std::string section(const TagCall& call) {
 std::string list(const TagCall& call) {
     call.provider.RememberManifest();
     return filteredItemList(call.provider, {call.Needed("scrap"), lower(call.Needed("namespace")),
-                                            lower(TagText(call.Optional("filter")).Of(call))});
+                                            lower(*TagText(call.Optional("filter")).Of(call))});
 }
 
 std::string fileName(const TagCall& call) { return call.file ? call.file->BaseName() : std::string(); }
@@ -250,8 +254,8 @@ std::string formatted(const TagCall& call, const TagPlan& plan, std::string valu
     if (!value.empty() && plan.isForScript) value = replaceAll(value, "'", "\\'");
     const auto& format = value.empty() ? plan.emptyFormat : plan.valueFormat;
     if (!format.IsEmpty()) {
-        auto text = format.Of(call);
-        if (!text.empty()) value = value.empty() ? std::move(text) : replaceAllText(text, plan.self, value);
+        const auto text = format.Of(call);
+        if (!text->empty()) value = value.empty() ? *text : replaceAllText(*text, plan.self, value);
     }
     if (value.find('%') == std::string::npos) return value;
     return replaceAll(value, "/%", "%");

@@ -225,8 +225,10 @@ Ref<PageFile> BuildRun::makePage(const PlannedPage& page) {
 }
 
 std::string BuildRun::bytesOf(const PlannedPage& page, PageFile& file) {
-    return encode(page.name, file.Text(), page.layout->encoding, mDocument.Language(), file.Raw(),
-                  mState->notes);
+    auto& text = file.Text();
+    const auto encoding = page.layout->encoding;
+    if (isAsItStands(text, encoding)) return std::move(text);
+    return encode(page.name, text, encoding, mDocument.Language(), file.Raw(), mState->notes);
 }
 
 void BuildRun::writeSearchIndex() {
