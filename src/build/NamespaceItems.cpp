@@ -109,18 +109,43 @@ Items indexPages(const ItemQuery& query) {
     return term ? asItems(term->topics) : Items();
 }
 
+// A letter that was listed remembers its terms, as each letter is asked for them in turn; they count as long
+// as nothing changed since.
+class GlossaryLetter : public VariableValue {
+  public:
+    GlossaryLetter(const Ref<QbProject>& project, const std::string& letter) : mLetter(letter) {
+        Name = letter;
+        Value = "0";
+        mProject.Set(project);
+    }
+    void Add(const Ref<GlossaryItem>& item, const std::string& letter) {
+        if (letter == mLetter) mItems.push_back(item);
+    }
+    const std::vector<Ref<GlossaryItem>>* TermsOf(const QbProject& project) const {
+        const bool holds = mProject.Get().get() == &project && mState == GlossaryItem::Terms().Count();
+        return holds && Name == mLetter ? &mItems : nullptr;
+    }
+
+  private:
+    ObjectReference<QbProject> mProject;
+    std::string mLetter;
+    unsigned long mState = GlossaryItem::Terms().Count();
+    std::vector<Ref<GlossaryItem>> mItems;
+};
+
 // The letters in use with how often each is; their names and counts are texts.
 class Letters {
   public:
-    void Count(const std::string& letter, int number) {
+    explicit Letters(Ref<QbProject> project) : mProject(std::move(project)) {}
+
+    GlossaryLetter& Count(const std::string& letter, int number) {
         auto& pair = mByLetter[letter];
         if (!pair) {
-            pair = make<VariableValue>();
-            pair->Name = letter;
-            pair->Value = "0";
+            pair = make<GlossaryLetter>(mProject, letter);
             mInOrder.push_back(pair);
         }
         pair->Value = std::to_string(integerOf(pair->Value) + number);
+        return *pair;
     }
     Items Sorted() const {
         SortedList<Ref<Object>> sorted;
@@ -129,29 +154,38 @@ class Letters {
     }
 
   private:
-    FoldedMap<Ref<VariableValue>> mByLetter;
-    std::vector<Ref<VariableValue>> mInOrder;
+    Ref<QbProject> mProject;
+    FoldedMap<Ref<GlossaryLetter>> mByLetter;
+    std::vector<Ref<GlossaryLetter>> mInOrder;
 };
 
 Items glossaryLetters(const ItemQuery& query) {
-    Letters letters;
+    auto& project = needProject(query);
+    Letters letters(query.project);
     if (query.filter.TypeID == "all") {
         for (char letter = 'A'; letter <= 'Z'; ++letter) letters.Count(std::string(1, letter), 0);
     }
-    for (const auto& item : needProject(query).GlossaryItems()->Items()) {
+    for (const auto& item : project.GlossaryItems()->Items()) {
         const auto letter = letterOf(*item);
-        if (!letter.empty()) letters.Count(letter, 1);
+        if (!letter.empty()) letters.Count(letter, 1).Add(item, letter);
     }
     return letters.Sorted();
+}
+
+std::vector<Ref<GlossaryItem>> termsOf(const VariableValue& letter, QbProject& project) {
+    const auto* listed = dynamic_cast<const GlossaryLetter*>(&letter);
+    if (const auto* terms = listed ? listed->TermsOf(project) : nullptr) return *terms;
+    auto items = project.GlossaryItems()->Items();
+    std::erase_if(items,
+                  [&](const auto& item) { return item->Term().empty() || letterOf(*item) != letter.Name; });
+    return items;
 }
 
 Items glossaryItems(const ItemQuery& query) {
     const auto letter = std::dynamic_pointer_cast<VariableValue>(query.parent);
     if (!letter) return {};
     SortedList<Ref<Object>> sorted;
-    for (const auto& item : needProject(query).GlossaryItems()->Items()) {
-        if (!item->Term().empty() && letterOf(*item) == letter->Name) sorted.Add(item, item->Term());
-    }
+    for (const auto& item : termsOf(*letter, needProject(query))) sorted.Add(item, item->Term());
     return sorted.Take();
 }
 

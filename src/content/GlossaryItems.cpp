@@ -38,14 +38,14 @@ const SatelliteFile& GlossaryItems::satellite() const {
 void GlossaryItems::Add(const Ref<GlossaryItem>& item, const Value& key, const Value& before,
                         const Value& after) {
     mCol.Add(item, key, before, after);
-    mTerms.Forget();
+    GlossaryItem::Terms().Changed();
     mQbProject.Need()->FireGlossaryItemAdded(item);
     SetDirty(true);
 }
 
 void GlossaryItems::Remove(const Value& key) {
     const auto item = mCol.Remove(key);
-    mTerms.Forget();
+    GlossaryItem::Terms().Changed();
     mQbProject.Need()->FireGlossaryItemRemoved(item);
     SetDirty(true);
 }

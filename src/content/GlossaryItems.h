@@ -23,6 +23,7 @@ class GlossaryItem : public Object {
     void Load(const Ref<XMLElement>& e);
     void Save(const Ref<XMLElement>& e) const;
 
+    // Of the terms in all glossaries: those that change, come and go.
     static NameState& Terms();
 
   private:

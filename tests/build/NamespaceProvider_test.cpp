@@ -161,6 +161,33 @@ TEST_F(NamespaceProviderTest, GivesTheItemsOfALetterSortedByTerm) {
     EXPECT_THAT(items("glossaryitem", letter("")), IsEmpty());
 }
 
+TEST_F(NamespaceProviderTest, LettersThatWereListedGiveTheTermsThatThereAreNow) {
+    for (const auto* term : {"beta", "axle", "Apple"}) addTerm(term);
+    const auto letters = items("glossaryletter");
+    const auto a = letters.front();
+    const auto terms = [&] { return texts(items("glossaryitem", a), "Term"); };
+    EXPECT_THAT(terms(), ElementsAre("Apple", "axle"));
+    EXPECT_THAT(texts(items("glossaryitem", letters.back()), "Term"), ElementsAre("beta"));
+    addTerm("ant");
+    EXPECT_THAT(terms(), ElementsAre("ant", "Apple", "axle"));
+    project->GlossaryItems()->ItemByTerm("axle")->SetTerm("wheel");
+    EXPECT_THAT(terms(), ElementsAre("ant", "Apple"));
+    project->GlossaryItems()->Remove(3);
+    EXPECT_THAT(terms(), ElementsAre("ant"));
+    putMember(*a, "Name", "B");
+    EXPECT_THAT(terms(), ElementsAre("beta"));
+}
+
+TEST_F(NamespaceProviderTest, LettersOfAnotherProjectGiveTheTermsOfThisOne) {
+    addTerm("Apple");
+    const auto a = items("glossaryletter").front();
+    EXPECT_THAT(texts(items("glossaryitem", a), "Term"), ElementsAre("Apple"));
+    const auto other = newProject();
+    document->Objects->Remove("CM.Quillbox");
+    document->Objects->Add(other, "CM.Quillbox");
+    EXPECT_THAT(items("glossaryitem", a), IsEmpty());
+}
+
 TEST_F(NamespaceProviderTest, GivesNothingWhereTheDefinitionIsSwitchedOff) {
     addTopic("Intro");
     const auto off = make<NamespaceDef>();
